@@ -1,0 +1,31 @@
+# Thin wrapper around CMake for the README's commands.
+BUILD_DIR    ?= build/release
+SANITIZE_DIR ?= build/sanitize
+JOBS         ?= $(shell nproc 2>/dev/null || echo 2)
+
+.PHONY: all run test test-release test-sanitize bench install clean
+
+all:
+	cmake -S . -B $(BUILD_DIR) -DCMAKE_BUILD_TYPE=Release
+	cmake --build $(BUILD_DIR) -j $(JOBS)
+
+run: all
+	$(BUILD_DIR)/pellix
+
+# Every test in the release build, then the fast ones again under AddressSanitizer and
+# UndefinedBehaviorSanitizer.
+test: test-release test-sanitize
+
+test-release: all
+	cd $(BUILD_DIR) && ctest --output-on-failure -j $(JOBS)
+
+test-sanitize:
+	cmake -S . -B $(SANITIZE_DIR) -DCMAKE_BUILD_TYPE=Debug -DPELLIX_SANITIZE=ON
+	cmake --build $(SANITIZE_DIR) -j $(JOBS)
+	cd $(SANITIZE_DIR) && ctest --output-on-failure -j $(JOBS) -L fast
+
+bench: all
+	$(BUILD_DIR)/pellix-bench perft
+
+clean:
+	rm -rf build

@@ -1,0 +1,7 @@
+// The benchmark program's parts: each runs one benchmark and returns the exit status.
+#pragma once
+
+int benchPerft(int argc, char** argv);
+
+// Seconds since an arbitrary start, from the steady clock.
+double benchSeconds();

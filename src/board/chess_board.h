@@ -1,0 +1,206 @@
+// ChessBoard: the engine object. It holds the position, the game record, the search tables,
+// the time-control fields and the opening book, and reaches its environment only through
+// the ten virtual hooks at the end. Each group of members is defined in the folder that
+// owns its concern (board/, movegen/, eval/, search/, book/).
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "board/position.h"
+#include "board/types.h"
+#include "book/opening_book.h"
+#include "eval/eval_info.h"
+#include "search/principal_variation.h"
+#include "search/transposition_table.h"
+
+// Capacities of the fixed storage. The history stack holds the longest game the engine
+// accepts plus the deepest search line on top of it (search plies and null moves).
+constexpr int GAME_PLY_LIMIT   = 8192;
+constexpr int HISTORY_CAPACITY = GAME_PLY_LIMIT + 2 * MAX_PLY;
+// Each search ply owns 256 move entries; one generator call can write more than that in a
+// contrived position (nine queens and more), so the stack ends with room for the largest
+// list any position accepted by the FEN reader can produce.
+constexpr int MOVE_STRIDE     = 256;
+constexpr int MAX_GENERATED   = 1024;
+constexpr int MOVE_STACK_SIZE = MAX_PLY * MOVE_STRIDE + MAX_GENERATED;
+
+enum TimeMode : int {
+    TIME_DEPTH    = 0,
+    TIME_NODES    = 1,
+    TIME_MOVETIME = 3,
+    TIME_CLOCK    = 5,
+    TIME_INFINITE = 7,
+};
+
+enum GameStatus : std::uint8_t { STATUS_NORMAL = 0, STATUS_CHECK, STATUS_MATE, STATUS_STALEMATE };
+
+// Seven counters of one perft depth, in report order.
+struct PerftCounters {
+    std::uint64_t nodes, captures, enPassant, checks, mates, promotions, castles;
+};
+
+struct DivideRow {
+    char text[16];
+    std::uint64_t count;
+};
+
+// A position on the repetition stack and whether the move that reached it cannot be undone
+// (a capture or, inside the search, a pawn move), which ends the look back.
+struct RepetitionEntry {
+    std::uint64_t key;
+    bool irreversible;
+};
+
+class ChessBoard : public Position {
+public:
+    ChessBoard();
+    virtual ~ChessBoard();
+    ChessBoard(const ChessBoard&)            = delete;
+    ChessBoard& operator=(const ChessBoard&) = delete;
+
+    // --- Tables, keys and set-up (board/chess_board.cpp, board/zobrist.cpp) -----------------
+    // Allocates the history stack, generates the keys and sizes the transposition table.
+    void initTables(int hashMegabytes);
+    int initZobrist();
+    void releaseTables();
+    std::uint64_t pieceKeyOf(Color c, Piece p, Square s) const {
+        return pieceKey[(c + 2 * (p - 1)) * 64 + s];
+    }
+    std::uint64_t computeKey() const; // from scratch
+
+    std::uint64_t pieceKey[12 * 64] = {};
+    std::uint64_t epKey[8]          = {};
+    std::uint64_t sideKey           = 0;
+    std::uint64_t castleKey[4]      = {}; // rights bits 1, 2, 4, 8
+    bool keysReady                  = false;
+
+    // --- New game and FEN (board/new_game.cpp, board/fen.cpp) ------------------------------
+    void newGame();
+    int setPosition(const char* fen); // 1 accepted, 0 rejected (board untouched)
+    void toFen(char* out) const;      // at least 100 bytes
+    int rootMoveCount = 0;            // moves generated when the position was set
+
+    // --- Make and unmake (board/make_move.cpp) ----------------------------------------------
+    int makeMove(Move m); // 1 legal, 0 own king attacked; made either way
+    int unmakeMove(Move m);
+    void makeNullMove();
+    void unmakeNullMove();
+
+    // --- The game record (board/game_record.cpp) --------------------------------------------
+    // Makes a move of the game itself: history, repetition stack and game move list. Refuses
+    // (0, board unchanged) an illegal move or one past the longest game the stacks hold.
+    int playGameMove(Move m);
+    int takeBackGameMove(); // the XBoard "undo"; 0 when no move is left to take back
+    void resetGameRecord();
+
+    RepetitionEntry repetitionStack[HISTORY_CAPACITY + 1];
+    int repetitionTop = 0; // number of entries
+    Move gameMoves[GAME_PLY_LIMIT];
+    int gameMoveCount = 0;
+    Move lastMove     = NO_MOVE;
+    std::uint8_t takenPieces[2][GAME_PLY_LIMIT]; // by the colour that lost them
+    int takenCount[2] = {0, 0};
+
+    // --- Move text (board/move_text.cpp) ----------------------------------------------------
+    static void moveToLongText(Move m, char* out); // at least 16 bytes
+    static void moveToSan(Move m, char* out, const MoveEntry* list, int count);
+    int sanToMove(const char* text, Move& move);
+    int playCoordinateMove(const char* text);
+
+    // --- Attacks and generation (movegen/attacks.cpp, movegen/generate.cpp) -----------------
+    int generateCaptures(MoveEntry* list) const;
+    int generateQuiets(MoveEntry* list) const;
+    int generateEvasions(MoveEntry* list) const;
+    int generateMoves(MoveEntry* list, int inCheckNow); // writes the inCheck flag
+    bool isAttackedWithout(Square removed, Square square, Color by) const;
+    bool isPinned(Square square, Color colour) const;
+    bool cannotWin(Color colour) const;
+    static void sortMoves(MoveEntry* list, int first, int count);
+    bool isMoveValid(Move m); // among the moves generated in this position
+
+    MoveEntry moveStack[MOVE_STACK_SIZE];
+    std::uint8_t gameStatus = STATUS_NORMAL;
+
+    // --- Perft and divide (movegen/perft.cpp) -----------------------------------------------
+    std::uint64_t perft(int depth, int listStart);
+    void perftStats(int depth, int listStart);
+    int divide(int depth); // fills divideRows, returns the number of rows
+    void perftReport(int deepest);
+    void divideReport(int depth);
+
+    PerftCounters perftCounters = {};
+    DivideRow divideRows[MAX_GENERATED];
+    int divideCount = 0;
+
+    // --- Move ordering (movegen/ordering.cpp) -----------------------------------------------
+    void scoreMoves(MoveEntry* list, int count, Move hashMove, int ply) const;
+    void scoreCaptures(MoveEntry* list, int count, Move hashMove) const;
+    int see(Move m) const;
+
+    Move killerMove1[MAX_PLY] = {};
+    Move killerMove2[MAX_PLY] = {};
+    Move mateKiller[MAX_PLY]  = {};
+    std::int32_t historyTable[2][64][64];
+
+    // --- Evaluation (eval/evaluate.cpp) -----------------------------------------------------
+    // Score from the side to move's view; lazy = 1 allows the material-only exit.
+    int evaluate(int alpha, int beta, int lazy);
+    EvalInfo evalInfo; // attack maps and pawn data of the last evaluation
+
+    // --- Search (search/) -------------------------------------------------------------------
+    int search(int depth, int moveBase, int alpha, int beta, PrincipalVariation& pv,
+               bool nullAllowed, int ply);
+    int searchRoot(int depth, int alpha, int beta, PrincipalVariation& pv);
+    int quiesce(int ply, int moveBase, int alpha, int beta, bool exactEval);
+    bool think();
+    bool startThinking();
+    bool checkTime();
+    void setTimeMode(int mode, std::int64_t value = 0);
+
+    HashTable hashTable;
+    int hashMegabytes = 0;
+    PrincipalVariation principalVariation = {};
+    Move bestMove                          = NO_MOVE;
+
+    int timeMode                 = TIME_CLOCK;
+    int depthOnlyLimit           = 5;
+    int maxDepth                 = MAX_PLY;
+    std::uint32_t timeLimit      = 7500;
+    std::uint32_t moveTime       = 5000000;
+    std::int64_t nodeLimit       = 1000000;
+    std::uint32_t pollInterval   = 30000;
+    std::uint32_t pollCounter    = 0;
+    int movesToGo                = 40;
+    float remainingTime[2]       = {0, 0};
+    int increment[2]             = {0, 0};
+    bool clockRunning[2]         = {false, false};
+    std::uint32_t clockStart[2]  = {0, 0};
+    std::int64_t searchStart     = 0; // performance-counter ticks
+    std::uint64_t nodeCount      = 0;
+    volatile int stopSearch      = 0;
+    int thinking                 = 0;
+    bool singleMove              = false;
+    int suiteMode                = 0;
+
+    // --- Opening book (book/) ---------------------------------------------------------------
+    bool openBook(const char* path);
+    OpeningBook book;
+    bool bookEnabled = false;
+
+    // --- Hooks, in their fixed slot order ---------------------------------------------------
+    virtual void hookReserved2()                                    = 0;
+    virtual void hookGameMove()                                     = 0;
+    virtual void hookThinkStarted()                                 = 0;
+    virtual void sendMove()                                         = 0;
+    virtual void hookThinkEnded()                                   = 0;
+    virtual void printSearchInfo(int depth, const PrincipalVariation& pv, std::uint64_t nodes,
+                                 double timeMicros)                 = 0;
+    virtual void hookSearchStarted()                                = 0;
+    virtual void hookBoardEvent()                                   = 0;
+    virtual void hookReserved10()                                   = 0;
+    virtual int readCommand()                                       = 0;
+
+private:
+    std::unique_ptr<HistoryRecord[]> historyStore;
+};

@@ -1,0 +1,195 @@
+// Reading and writing FEN. The reader is one pass with a state per field and the engine's
+// own acceptance rules (nine white pawns pass, nine black pawns do not, the counters are
+// optional); nothing is written to the board until the whole text has been accepted.
+#include <cstdio>
+#include <cstring>
+
+#include "board/chess_board.h"
+
+namespace {
+
+enum FenField { PLACEMENT, SIDE, SIDE_END, CASTLING, EN_PASSANT, HALF_MOVES, FULL_MOVES };
+
+struct ParsedFen {
+    std::uint8_t piece[64] = {};
+    std::uint8_t white[64] = {};
+    int count[2][7]        = {};
+    Color side             = WHITE;
+    int castle             = 0;
+    int epFile             = 0;
+    int halfMoves          = 0;
+};
+
+// The per-colour limits on piece letters: a black pawn count above 8 or a black king count
+// above 1 rejects, everything else stops at 9 (also white pawns and kings).
+bool withinLimits(const ParsedFen& fen, Color c, Piece p) {
+    int n = fen.count[c][p];
+    if (c == BLACK && p == PAWN) return n <= 8;
+    if (c == BLACK && p == KING) return n <= 1;
+    return n <= 9;
+}
+
+bool parseFen(const char* text, ParsedFen& fen) {
+    FenField field = PLACEMENT;
+    int rank = 7, file = 0, digits = 0, value = 0;
+    int epChars = 0;
+    for (const char* p = text; *p; ++p) {
+        const char c = *p;
+        switch (field) {
+        case PLACEMENT:
+            if (file == 8) {
+                if (c == '/' && rank > 0) {
+                    --rank;
+                    file = 0;
+                } else if (c == ' ' && rank == 0) {
+                    field = SIDE;
+                } else {
+                    return false;
+                }
+            } else if (const char* at = std::strchr("pnbrqkPNBRQK", c)) {
+                int index   = int(at - "pnbrqkPNBRQK");
+                Color color = index < 6 ? BLACK : WHITE;
+                Piece piece = Piece(index % 6 + 1);
+                fen.count[color][piece]++;
+                if (!withinLimits(fen, color, piece)) return false;
+                Square s      = squareAt(file, rank);
+                fen.piece[s]  = std::uint8_t(piece);
+                fen.white[s]  = color == WHITE;
+                file         += 1;
+            } else if (c >= '1' && c <= '8') {
+                file += c - '0';
+                if (file > 8) return false;
+            } else {
+                return false;
+            }
+            break;
+        case SIDE:
+            if (c == 'w') fen.side = WHITE;
+            else if (c == 'b') fen.side = BLACK;
+            else return false;
+            field = SIDE_END;
+            break;
+        case SIDE_END:
+            if (c != ' ') return false;
+            field = CASTLING;
+            break;
+        case CASTLING:
+            if (c == 'K') fen.castle |= CASTLE_WHITE_SHORT;
+            else if (c == 'Q') fen.castle |= CASTLE_WHITE_LONG;
+            else if (c == 'k') fen.castle |= CASTLE_BLACK_SHORT;
+            else if (c == 'q') fen.castle |= CASTLE_BLACK_LONG;
+            else if (c == ' ') field = EN_PASSANT;
+            else if (c != '-') return false;
+            break;
+        case EN_PASSANT:
+            // "-", or a file letter optionally followed by a rank digit that is not checked.
+            if (c == ' ') {
+                field = HALF_MOVES;
+                break;
+            }
+            if (c == '-' && epChars == 0) fen.epFile = 0;
+            else if (c >= 'a' && c <= 'h' && epChars == 0) fen.epFile = c - 'a' + 1;
+            else if (c >= '1' && c <= '8' && epChars == 1 && fen.epFile) {}
+            else return false;
+            ++epChars;
+            break;
+        case HALF_MOVES:
+        case FULL_MOVES:
+            if (c >= '0' && c <= '9') {
+                if (++digits > 30) return false;
+                value = (value * 10 + (c - '0')) & 0xFF; // only the low 8 bits are kept
+            } else if (c == ' ') {
+                if (field == FULL_MOVES) return true; // the move number is not kept
+                fen.halfMoves = value;
+                field         = FULL_MOVES;
+                digits = value = 0;
+            } else {
+                // Anything else ends the text here; a clock not closed by a blank stays 0.
+                return true;
+            }
+            break;
+        }
+    }
+    return field >= HALF_MOVES;
+}
+
+} // namespace
+
+int ChessBoard::setPosition(const char* text) {
+    ParsedFen fen;
+    if (!text || !parseFen(text, fen)) return 0;
+
+    for (Color c : {WHITE, BLACK})
+        for (int p = EMPTY; p <= KING; ++p) pieceCount[c][p] = std::uint8_t(p == KING ? 0 : fen.count[c][p]);
+    std::memset(bbPiece, 0, sizeof bbPiece);
+    std::memset(bbColorPiece, 0, sizeof bbColorPiece);
+    std::memset(pieceArray, 0, sizeof pieceArray);
+    bbAllPiece = bbAllPiece90R = bbAllPiece45R = bbAllPiece45L = 0;
+    kingSquare[BLACK] = 60;
+    kingSquare[WHITE] = 4;
+    historyCount      = 0;
+    std::memset(killerMove1, 0, sizeof killerMove1);
+    std::memset(killerMove2, 0, sizeof killerMove2);
+    std::memset(mateKiller, 0, sizeof mateKiller);
+    std::memset(historyTable, 0, sizeof historyTable);
+
+    material[WHITE] = material[BLACK] = 0;
+    int totalPhase                    = 0;
+    for (Square s = 0; s < 64; ++s) {
+        if (!fen.piece[s]) continue;
+        Color c = fen.white[s] ? WHITE : BLACK;
+        Piece p = Piece(fen.piece[s]);
+        setPiece(c, p, s);
+        if (p == KING) kingSquare[c] = std::uint8_t(s);
+        material[c] += std::int16_t(materialValue(p));
+        totalPhase += phaseWeight[p];
+    }
+    phase        = std::uint8_t(totalPhase);
+    sideToMove   = std::uint8_t(fen.side);
+    castleRights = std::uint8_t(fen.castle);
+    epFile       = std::uint8_t(fen.epFile);
+    fiftyCounter = std::uint8_t(fen.halfMoves);
+    gameStage    = stageOfPhase(phase);
+
+    inCheck       = sideToMoveInCheck() ? 1 : 0;
+    rootMoveCount = generateMoves(moveStack, inCheck);
+    hashKey       = computeKey();
+    resetGameRecord();
+    hookBoardEvent();
+    return 1;
+}
+
+void ChessBoard::toFen(char* out) const {
+    char* p = out;
+    for (int rank = 7; rank >= 0; --rank) {
+        int empty = 0;
+        for (int file = 0; file < 8; ++file) {
+            Square s = squareAt(file, rank);
+            if (!pieceArray[s] || pieceArray[s] > KING) {
+                ++empty;
+                continue;
+            }
+            if (empty) *p++ = char('0' + empty);
+            empty = 0;
+            *p++  = pieceLetters[(bbColorPiece[WHITE] & bit(s)) ? WHITE : BLACK][pieceArray[s] - 1];
+        }
+        if (empty) *p++ = char('0' + empty);
+        if (rank) *p++ = '/';
+    }
+    *p++ = ' ';
+    *p++ = sideToMove == WHITE ? 'w' : 'b';
+    *p++ = ' ';
+    if (!castleRights) *p++ = '-';
+    if (castleRights & CASTLE_WHITE_SHORT) *p++ = 'K';
+    if (castleRights & CASTLE_WHITE_LONG) *p++ = 'Q';
+    if (castleRights & CASTLE_BLACK_SHORT) *p++ = 'k';
+    if (castleRights & CASTLE_BLACK_LONG) *p++ = 'q';
+    *p++ = ' ';
+    if (epFile) {
+        *p++ = char('a' + epFile - 1);
+        *p++ = sideToMove == WHITE ? '6' : '3';
+    } else {
+        *p++ = '-';
+    }
+    std::sprintf(p, " %d %d", fiftyCounter, gameMoveCount / 2 + 1);
+}

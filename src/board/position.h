@@ -1,0 +1,112 @@
+// The position: plain and rotated occupancy boards, the mailbox and the running totals,
+// kept in step by the one pair of writers below. Setting up a position and making moves
+// live in ChessBoard (new_game.cpp, fen.cpp, make_move.cpp).
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "board/tables.h"
+#include "board/types.h"
+
+// One record per move made, pushed by make and popped by unmake.
+struct HistoryRecord {
+    std::uint64_t key;      // hashKey before the move
+    Move move;              // 0 for a null move
+    std::uint8_t castleRights;
+    std::uint8_t epFile;
+    std::uint8_t fiftyCounter;
+    std::uint8_t inCheck;   // the search's note about the node this move reached
+    std::uint8_t nodeType;  // the search's node type of that node
+};
+
+// Stages of the game by phase: 21..31 opening (0), 9..20 middlegame (1), 1..8 endgame (2),
+// 0 pawns only (3).
+constexpr std::uint8_t stageOfPhase(int phase) {
+    return phase >= 21 ? 0 : phase >= 9 ? 1 : phase >= 1 ? 2 : 3;
+}
+
+struct Position {
+    Bitboard bbAllPiece;
+    Bitboard bbAllPiece90R;
+    Bitboard bbAllPiece45R;
+    Bitboard bbAllPiece45L;
+    Bitboard bbColorPiece[2];
+    Bitboard bbPiece[2][7];
+    std::uint64_t hashKey;
+    std::uint8_t pieceArray[64];
+    std::uint8_t kingSquare[2];
+    std::uint8_t castleRights;
+    std::uint8_t sideToMove;
+    std::uint8_t epFile; // 0 = none, else file of the pawn that just stepped twice, plus 1
+    std::uint8_t fiftyCounter;
+    std::uint8_t inCheck;
+    std::int16_t material[2];
+    std::uint8_t pieceCount[2][7];
+    std::uint8_t gameStage;
+    std::uint8_t phase;
+    std::uint32_t historyCount;
+    HistoryRecord* history; // owned by the ChessBoard
+
+    // Every writer of the position goes through this pair, so the plain boards, the rotated
+    // boards and the mailbox cannot drift apart.
+    void flipBits(Color c, Piece p, Square s) {
+        bbPiece[c][p] ^= SquareMask[s];
+        bbColorPiece[c] ^= SquareMask[s];
+        flipOccupancy(s);
+    }
+    void flipOccupancy(Square s) {
+        bbAllPiece ^= SquareMask[s];
+        bbAllPiece90R ^= SquareMask[rot90[s]];
+        bbAllPiece45R ^= SquareMask[rot45R[s]];
+        bbAllPiece45L ^= SquareMask[rot45L[s]];
+    }
+    void setPiece(Color c, Piece p, Square s) {
+        flipBits(c, p, s);
+        pieceArray[s] = std::uint8_t(p);
+    }
+    void clearPiece(Color c, Piece p, Square s) {
+        flipBits(c, p, s);
+        pieceArray[s] = EMPTY;
+    }
+
+    Color side() const { return Color(sideToMove); }
+    Occupancy occupancy() const { return {bbAllPiece, bbAllPiece90R, bbAllPiece45R, bbAllPiece45L}; }
+
+    // Sliding attacks from the rotated boards.
+    Bitboard rankAttacks(Square s) const {
+        return rankAttack[s][(bbAllPiece >> (8 * rankOf(s) + 1)) & 63];
+    }
+    Bitboard fileAttacks(Square s) const {
+        return fileAttack[s][(bbAllPiece90R >> shift90[s]) & 63];
+    }
+    Bitboard diagAttacks(Square s) const {
+        return diagAttack45R[s][(bbAllPiece45R >> shift45R[s]) & 63] |
+               diagAttack45L[s][(bbAllPiece45L >> shift45L[s]) & 63];
+    }
+    Bitboard rookAttacks(Square s) const { return rankAttacks(s) | fileAttacks(s); }
+    Bitboard bishopAttacks(Square s) const { return diagAttacks(s); }
+    Bitboard queenAttacks(Square s) const { return rookAttacks(s) | diagAttacks(s); }
+
+    Bitboard diagonalSliders(Color c) const { return bbPiece[c][BISHOP] | bbPiece[c][QUEEN]; }
+    Bitboard lineSliders(Color c) const { return bbPiece[c][ROOK] | bbPiece[c][QUEEN]; }
+
+    // Whether `by` attacks square s: pawns, knights, diagonal sliders, line sliders, king,
+    // tested in that order and stopping at the first hit.
+    bool isAttacked(Square s, Color by) const {
+        return (pawnAttack[opponent(by)][s] & bbPiece[by][PAWN]) ||
+               (knightAttack[s] & bbPiece[by][KNIGHT]) ||
+               (diagAttacks(s) & diagonalSliders(by)) ||
+               (rookAttacks(s) & lineSliders(by)) || (kingAttack[s] & bbPiece[by][KING]);
+    }
+    // Every piece of both colours attacking square s.
+    Bitboard attackersOf(Square s) const;
+    bool sideToMoveInCheck() const { return isAttacked(kingSquare[sideToMove], opponent(side())); }
+
+    // Diagnostic: compares every redundant form and returns one message per kind of
+    // mismatch, in a fixed order; an empty list means the position is consistent.
+    std::vector<const char*> checkConsistency() const;
+};
+
+// Compares every live field of two positions (and their history records), not the pointer.
+bool samePosition(const Position& a, const Position& b);

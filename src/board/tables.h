@@ -1,0 +1,126 @@
+// Board geometry shared by the whole process: square masks, leaper attacks, the direction
+// table and the four rotated-bitboard sliding tables. Built once by initGeometry(); every
+// other file only indexes them.
+#pragma once
+
+#include "board/types.h"
+
+// clang-format off
+// Rotated index maps: square s is stored at bit rotXX[s] of the matching rotated board.
+constexpr int rot90[64] = {
+    56, 48, 40, 32, 24, 16,  8,  0,   57, 49, 41, 33, 25, 17,  9,  1,
+    58, 50, 42, 34, 26, 18, 10,  2,   59, 51, 43, 35, 27, 19, 11,  3,
+    60, 52, 44, 36, 28, 20, 12,  4,   61, 53, 45, 37, 29, 21, 13,  5,
+    62, 54, 46, 38, 30, 22, 14,  6,   63, 55, 47, 39, 31, 23, 15,  7,
+};
+// Diagonals in the a1-h8 direction, one after another (a8 alone first, then a7 b8, ...).
+constexpr int rot45R[64] = {
+    28, 36, 43, 49, 54, 58, 61, 63,
+    21, 29, 37, 44, 50, 55, 59, 62,
+    15, 22, 30, 38, 45, 51, 56, 60,
+    10, 16, 23, 31, 39, 46, 52, 57,
+     6, 11, 17, 24, 32, 40, 47, 53,
+     3,  7, 12, 18, 25, 33, 41, 48,
+     1,  4,  8, 13, 19, 26, 34, 42,
+     0,  2,  5,  9, 14, 20, 27, 35,
+};
+// Diagonals in the a8-h1 direction: the same table with its ranks in reverse order.
+constexpr int rot45L[64] = {
+     0,  2,  5,  9, 14, 20, 27, 35,
+     1,  4,  8, 13, 19, 26, 34, 42,
+     3,  7, 12, 18, 25, 33, 41, 48,
+     6, 11, 17, 24, 32, 40, 47, 53,
+    10, 16, 23, 31, 39, 46, 52, 57,
+    15, 22, 30, 38, 45, 51, 56, 60,
+    21, 29, 37, 44, 50, 55, 59, 62,
+    28, 36, 43, 49, 54, 58, 61, 63,
+};
+// Shifts that bring a square's 6-bit line occupancy down to bit 0 of a rotated board.
+constexpr int shift90[64] = {
+    57, 49, 41, 33, 25, 17,  9,  1,   57, 49, 41, 33, 25, 17,  9,  1,
+    57, 49, 41, 33, 25, 17,  9,  1,   57, 49, 41, 33, 25, 17,  9,  1,
+    57, 49, 41, 33, 25, 17,  9,  1,   57, 49, 41, 33, 25, 17,  9,  1,
+    57, 49, 41, 33, 25, 17,  9,  1,   57, 49, 41, 33, 25, 17,  9,  1,
+};
+constexpr int shift45R[64] = {
+    29, 36, 42, 47, 51, 54, 56, 57,
+    22, 29, 36, 42, 47, 51, 54, 56,
+    16, 22, 29, 36, 42, 47, 51, 54,
+    11, 16, 22, 29, 36, 42, 47, 51,
+     7, 11, 16, 22, 29, 36, 42, 47,
+     4,  7, 11, 16, 22, 29, 36, 42,
+     2,  4,  7, 11, 16, 22, 29, 36,
+     1,  2,  4,  7, 11, 16, 22, 29,
+};
+constexpr int shift45L[64] = {
+     1,  2,  4,  7, 11, 16, 22, 29,
+     2,  4,  7, 11, 16, 22, 29, 36,
+     4,  7, 11, 16, 22, 29, 36, 42,
+     7, 11, 16, 22, 29, 36, 42, 47,
+    11, 16, 22, 29, 36, 42, 47, 51,
+    16, 22, 29, 36, 42, 47, 51, 54,
+    22, 29, 36, 42, 47, 51, 54, 56,
+    29, 36, 42, 47, 51, 54, 56, 57,
+};
+// clang-format on
+
+// Where square b lies seen from square a.
+enum Direction : std::uint8_t {
+    NO_LINE = 0, NORTH, NORTH_EAST, EAST, SOUTH_EAST, SOUTH, SOUTH_WEST, WEST, NORTH_WEST
+};
+
+extern Bitboard SquareMask[64];
+extern Bitboard fileMask[8];
+extern Bitboard rankMask[8];
+extern Bitboard adjacentFileMask[8];
+extern Bitboard pawnAttack[2][64];
+extern Bitboard knightAttack[64];
+extern Bitboard kingAttack[64];
+extern std::uint8_t direction[64][64];
+extern Bitboard betweenMask[64][64]; // squares strictly between two squares on one line
+extern Bitboard rankAttack[64][64];
+extern Bitboard fileAttack[64][64];
+extern Bitboard diagAttack45R[64][64];
+extern Bitboard diagAttack45L[64][64];
+
+// Squares that must be empty for castling: White long b1 c1 d1, White short f1 g1, Black
+// long b8 c8 d8, Black short f8 g8.
+constexpr Bitboard castlePathWhiteLong  = bit(1) | bit(2) | bit(3);
+constexpr Bitboard castlePathWhiteShort = bit(5) | bit(6);
+constexpr Bitboard castlePathBlackLong  = bit(57) | bit(58) | bit(59);
+constexpr Bitboard castlePathBlackShort = bit(61) | bit(62);
+
+// Sliding attacks for occupancies given explicitly (plain and rotated), for callers that
+// look through a piece (x-rays) without touching the position.
+struct Occupancy {
+    Bitboard all, r90, r45R, r45L;
+
+    void remove(Square s) {
+        all &= ~SquareMask[s];
+        r90 &= ~SquareMask[rot90[s]];
+        r45R &= ~SquareMask[rot45R[s]];
+        r45L &= ~SquareMask[rot45L[s]];
+    }
+    Bitboard rookAttacks(Square s) const {
+        return rankAttack[s][(all >> (8 * rankOf(s) + 1)) & 63] |
+               fileAttack[s][(r90 >> shift90[s]) & 63];
+    }
+    Bitboard bishopAttacks(Square s) const {
+        return diagAttack45R[s][(r45R >> shift45R[s]) & 63] |
+               diagAttack45L[s][(r45L >> shift45L[s]) & 63];
+    }
+};
+
+// Fills every table above; later calls do nothing.
+void initGeometry();
+
+// The slow walker the sliding tables are built from: squares reached from s along one line
+// (given as file and rank steps), stopping at the first occupied square of `occupied`.
+Bitboard slideAlong(Square s, int fileStep, int rankStep, Bitboard occupied);
+
+inline int chebyshevDistance(Square a, Square b) {
+    int df = fileOf(a) - fileOf(b), dr = rankOf(a) - rankOf(b);
+    df = df < 0 ? -df : df;
+    dr = dr < 0 ? -dr : dr;
+    return df > dr ? df : dr;
+}

@@ -1,0 +1,49 @@
+// The Zobrist keys: 781 keys from MT19937 with a fixed seed, so every run and every board
+// hashes a position to the same key; and the key of a position computed from scratch.
+#include <cstring>
+
+#include "board/chess_board.h"
+#include "board/mt19937.h"
+#include "engine/trace.h"
+
+int ChessBoard::initZobrist() {
+    if (keysReady) return 1;
+    constexpr int KEY_COUNT           = 781;
+    static const std::uint32_t seed[] = {1620, 1347, 1074, 801};
+    Mt19937 generator;
+    generator.seedArray(seed, 4);
+    std::uint64_t keys[KEY_COUNT];
+    for (std::uint64_t& key : keys) key = generator.next64();
+    // Two keys are drawn again after the first pass; the engine's keys have always been
+    // these, and positions in books and tables depend on them.
+    keys[544] = generator.next64();
+    keys[465] = generator.next64();
+
+    // Generated in order colour (Black first), piece, square; stored by row colour + 2 * type.
+    for (int colour = 0; colour < 2; ++colour)
+        for (int piece = PAWN; piece <= KING; ++piece)
+            for (Square s = 0; s < 64; ++s)
+                pieceKey[(colour + 2 * (piece - 1)) * 64 + s] =
+                    keys[(colour * 6 + piece - 1) * 64 + s];
+    std::memcpy(epKey, keys + 768, sizeof epKey);
+    std::memcpy(castleKey, keys + 776, sizeof castleKey);
+    sideKey   = keys[780];
+    keysReady = true;
+    trace("Zobrist keys count = %d", KEY_COUNT);
+    return 1;
+}
+
+std::uint64_t ChessBoard::computeKey() const {
+    std::uint64_t key = 0;
+    for (Color c : {WHITE, BLACK})
+        for (Bitboard b = bbColorPiece[c]; b;) {
+            Square s = popLowest(b);
+            if (pieceArray[s] >= PAWN && pieceArray[s] <= KING)
+                key ^= pieceKeyOf(c, Piece(pieceArray[s]), s);
+        }
+    if (epFile) key ^= epKey[epFile - 1];
+    for (int i = 0; i < 4; ++i)
+        if (castleRights & (1 << i)) key ^= castleKey[i];
+    if (sideToMove == BLACK) key ^= sideKey;
+    return key;
+}

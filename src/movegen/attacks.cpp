@@ -1,0 +1,74 @@
+// Attack questions beyond the plain "is this square attacked" of the position: x-ray tests,
+// pins, insufficient material, plus the move-list helpers the search shares.
+#include "board/chess_board.h"
+
+bool ChessBoard::isAttackedWithout(Square removed, Square square, Color by) const {
+    Occupancy occ = occupancy();
+    occ.remove(removed);
+    return (pawnAttack[opponent(by)][square] & bbPiece[by][PAWN]) ||
+           (knightAttack[square] & bbPiece[by][KNIGHT]) ||
+           (occ.bishopAttacks(square) & diagonalSliders(by)) ||
+           (occ.rookAttacks(square) & lineSliders(by)) || (kingAttack[square] & bbPiece[by][KING]);
+}
+
+bool ChessBoard::isPinned(Square square, Color colour) const {
+    const Square king = kingSquare[colour];
+    Bitboard line;
+    Bitboard sliders;
+    switch (direction[square][king]) {
+    case NORTH:
+    case SOUTH:
+        line    = fileAttacks(square);
+        sliders = lineSliders(opponent(colour));
+        break;
+    case EAST:
+    case WEST:
+        line    = rankAttacks(square);
+        sliders = lineSliders(opponent(colour));
+        break;
+    case NORTH_EAST:
+    case SOUTH_WEST:
+        line    = diagAttack45R[square][(bbAllPiece45R >> shift45R[square]) & 63];
+        sliders = diagonalSliders(opponent(colour));
+        break;
+    case SOUTH_EAST:
+    case NORTH_WEST:
+        line    = diagAttack45L[square][(bbAllPiece45L >> shift45L[square]) & 63];
+        sliders = diagonalSliders(opponent(colour));
+        break;
+    default: return false;
+    }
+    return (line & bbPiece[colour][KING] & bit(king)) && (line & sliders);
+}
+
+bool ChessBoard::cannotWin(Color colour) const {
+    const Bitboard* own = bbPiece[colour];
+    if (own[PAWN] || own[ROOK] || own[QUEEN]) return false;
+    const int bishops = popCount(own[BISHOP]), knights = popCount(own[KNIGHT]);
+    return bishops <= 1 && knights <= 2 && !(bishops && knights);
+}
+
+void ChessBoard::sortMoves(MoveEntry* list, int first, int count) {
+    const int end = first + count;
+    for (int i = first + 1; i < end; ++i)
+        for (int j = first; j < i; ++j)
+            if (list[i].score > list[j].score) {
+                MoveEntry swapped = list[i];
+                list[i]           = list[j];
+                list[j]           = swapped;
+            }
+}
+
+bool ChessBoard::isMoveValid(Move m) {
+    MoveEntry list[MAX_GENERATED];
+    const std::uint8_t wasInCheck = inCheck;
+    const int count               = generateMoves(list, sideToMoveInCheck());
+    inCheck                       = wasInCheck;
+    for (int i = 0; i < count; ++i) {
+        if (moveIdentity(list[i].move) != moveIdentity(m)) continue;
+        const int legal = makeMove(list[i].move);
+        unmakeMove(list[i].move);
+        return legal;
+    }
+    return false;
+}

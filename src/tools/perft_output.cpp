@@ -1,0 +1,33 @@
+// Writes perft tables and divide listings in the engine's console format.
+#include "tools/perft_output.h"
+
+#include <cinttypes>
+#include <cstdio>
+
+#include "board/chess_board.h"
+#include "engine/send_command.h"
+
+void printPerftTable(ChessBoard& board, int maxDepth) {
+    board.perftCounters = {};
+    std::fputs("depth |        nodes |     captures |          e.p |        check |         mate |"
+               "    promotion |       castle \n",
+               stdout);
+    std::fflush(stdout);
+    for (int depth = 1; depth <= maxDepth; ++depth) {
+        board.perftCounters = {};
+        board.perftStats(depth, 0);
+        const PerftCounters& c = board.perftCounters;
+        sendCommand("% 2d. %12" PRId64 " %12" PRId64 " %12" PRId64 " %12" PRId64 " %12" PRId64
+                    " %12" PRId64 " %12" PRId64,
+                    depth, std::int64_t(c.nodes), std::int64_t(c.captures),
+                    std::int64_t(c.enPassant), std::int64_t(c.checks), std::int64_t(c.mates),
+                    std::int64_t(c.promotions), std::int64_t(c.castles));
+    }
+}
+
+void printDivideListing(ChessBoard& board, int depth) {
+    const int rows = board.divide(depth + 1);
+    for (int i = 0; i < rows; ++i)
+        sendCommand("%12s : %12" PRId64, board.divideRows[i].text,
+                    std::int64_t(board.divideRows[i].count));
+}
