@@ -2,6 +2,8 @@
 #pragma once
 
 int benchPerft(int argc, char** argv);
+int benchEval(int argc, char** argv);
+int benchSearch(int argc, char** argv);
 
 // Seconds since an arbitrary start, from the steady clock.
 double benchSeconds();

@@ -182,9 +182,15 @@ public:
     int thinking                 = 0;
     bool singleMove              = false;
     int suiteMode                = 0;
+    // The front end's non-blocking test for a waiting command line, asked at poll nodes;
+    // tools and tests leave it empty and are never interrupted.
+    int (*inputPoll)()           = nullptr;
 
     // --- Opening book (book/) ---------------------------------------------------------------
+    // Loads a book file and turns book use on when it loaded.
     bool openBook(const char* path);
+    // A legal book move for the position on the board, or 0.
+    Move probeBook();
     OpeningBook book;
     bool bookEnabled = false;
 

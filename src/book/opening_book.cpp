@@ -2,3 +2,5 @@
 #include "board/chess_board.h"
 
 bool ChessBoard::openBook(const char*) { return false; }
+
+Move ChessBoard::probeBook() { return NO_MOVE; }

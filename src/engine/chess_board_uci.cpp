@@ -1,8 +1,6 @@
-// The console adapter's hooks.
+// The console adapter's hooks that send moves and read commands.
 #include "engine/chess_board_uci.h"
 
 void ChessBoardUCI::sendMove() {}
-
-void ChessBoardUCI::printSearchInfo(int, const PrincipalVariation&, std::uint64_t, double) {}
 
 int ChessBoardUCI::readCommand() { return 0; }
