@@ -60,8 +60,8 @@ TEST(CommandReader, ConfigurationFile) {
     EXPECT_LT(sizeWithConfig("[Other]\nHash=256\n") - small, 200);
     sizeWithConfig("[Engine]\nBook=1\nBookFile=/nonexistent/book.bin\n");
     sizeWithConfig("[Engine]\nBook=1\n");
-    sizeWithConfig(std::string("[Engine\n\xff\xfe=\n=\nHash\nHash==3\n[[]]\n\0\0", 38) +
-                   std::string(3000, 'x'));
+    const char junk[] = "[Engine\n\xff\xfe=\n=\nHash\nHash==3\n[[]]\n\0\0";
+    sizeWithConfig(std::string(junk, sizeof junk - 1) + std::string(3000, 'x'));
 
     // A second "uci" replaces the engine instead of keeping the first one's table too.
     EngineProcess engine("[Engine]\nHash=256\n");
