@@ -1,10 +1,10 @@
 // Feeds arbitrary text to the coordinate and SAN readers in a few positions; a move they
 // accept is played and taken back, and the board must come back unchanged.
+#include "tools/silent_board.h"
+
 #include <cstdint>
 #include <cstdlib>
 #include <string>
-
-#include "tools/silent_board.h"
 
 namespace {
 const char* const positions[] = {
@@ -24,7 +24,8 @@ SilentBoard& fuzzBoard() {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    if (size == 0) return 0;
+    if (size == 0)
+        return 0;
     SilentBoard& board = fuzzBoard();
     board.setPosition(positions[data[0] % 4]);
     const std::string text(reinterpret_cast<const char*>(data + 1), size - 1);
@@ -35,7 +36,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         ChessBoard::moveToSan(m, written, nullptr, 0);
         ChessBoard::moveToLongText(m, written);
     }
-    if (board.playCoordinateMove(text.c_str()) && !board.takeBackGameMove()) std::abort();
-    if (!samePosition(board, before)) std::abort();
+    if (board.playCoordinateMove(text.c_str()) && !board.takeBackGameMove())
+        std::abort();
+    if (!samePosition(board, before))
+        std::abort();
     return 0;
 }
