@@ -1,21 +1,10 @@
 // Feeds arbitrary text to the FEN reader; whatever it accepts must be a consistent position
 // that make and unmake leave exactly as they found it.
-#include "tools/silent_board.h"
+#include "fuzz_board.h"
 
 #include <cstdint>
 #include <cstdlib>
 #include <string>
-
-namespace {
-SilentBoard& fuzzBoard() {
-    static SilentBoard* board = [] {
-        auto* b = new SilentBoard();
-        b->initTables(0);
-        return b;
-    }();
-    return *board;
-}
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     SilentBoard& board = fuzzBoard();

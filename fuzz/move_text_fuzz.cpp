@@ -1,6 +1,6 @@
 // Feeds arbitrary text to the coordinate and SAN readers in a few positions; a move they
 // accept is played and taken back, and the board must come back unchanged.
-#include "tools/silent_board.h"
+#include "fuzz_board.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -13,14 +13,6 @@ const char* const positions[] = {
     "r3k2r/Pppp1ppp/1b3nbN/nP6/BBP1P3/q4N2/Pp1P2PP/R2Q1RK1 w kq - 0 1",
     "8/8/8/1k6/3Pp3/8/8/4KQ2 b - d3 0 1",
 };
-SilentBoard& fuzzBoard() {
-    static SilentBoard* board = [] {
-        auto* b = new SilentBoard();
-        b->initTables(0);
-        return b;
-    }();
-    return *board;
-}
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -33,18 +33,21 @@ constexpr int rightOfCorner(Square s) {
 
 } // namespace
 
-int ChessBoard::makeMove(Move m) {
-    const Color side = Color(sideToMove), opp = opponent(side);
-    const Square from = moveFrom(m), to = moveTo(m);
-    const Piece piece = movePiece(m), captured = moveCaptured(m), promotion = movePromotion(m);
-
+void ChessBoard::pushHistory(Move m) {
     HistoryRecord& record = history[historyCount++];
     record.key            = hashKey;
     record.move           = m;
     record.castleRights   = castleRights;
     record.epFile         = epFile;
     record.fiftyCounter   = fiftyCounter;
+}
 
+int ChessBoard::makeMove(Move m) {
+    const Color side = Color(sideToMove), opp = opponent(side);
+    const Square from = moveFrom(m), to = moveTo(m);
+    const Piece piece = movePiece(m), captured = moveCaptured(m), promotion = movePromotion(m);
+
+    pushHistory(m);
     fiftyCounter = (pieceArray[from] == PAWN || captured) ? 0 : fiftyCounter + 1;
 
     // Lift the mover.
@@ -187,12 +190,7 @@ int ChessBoard::unmakeMove(Move m) {
 }
 
 void ChessBoard::makeNullMove() {
-    HistoryRecord& record = history[historyCount++];
-    record.key            = hashKey;
-    record.move           = NO_MOVE;
-    record.castleRights   = castleRights;
-    record.epFile         = epFile;
-    record.fiftyCounter   = fiftyCounter;
+    pushHistory(NO_MOVE);
     fiftyCounter++;
     if (epFile)
         hashKey ^= epKey[epFile - 1];
