@@ -4,6 +4,7 @@
 #include "engine_test_support.h"
 #include "test_support.h"
 
+#include <cctype>
 #include <gtest/gtest.h>
 #include <thread>
 
