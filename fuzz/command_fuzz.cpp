@@ -71,6 +71,7 @@ void resetFrontEnd() {
     resetInput();
     protocol      = PROTOCOL_NONE;
     quitRequested = forceMode = movesPerSession = movesLeftInSession = 0;
+    dropSearchMove = moveDropped = 0;
 }
 
 } // namespace

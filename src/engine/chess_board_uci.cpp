@@ -7,6 +7,11 @@
 #include "engine/send_command.h"
 
 void ChessBoardUCI::sendMove() {
+    if (dropSearchMove) {
+        dropSearchMove = 0;
+        moveDropped    = bestMove != NO_MOVE;
+        return;
+    }
     const bool uci = protocol == PROTOCOL_UCI;
     if (!uci && movesPerSession != 0)
         movesLeftInSession = movesLeftInSession == 1 ? movesPerSession : movesLeftInSession - 1;

@@ -80,6 +80,11 @@ void dispatchDuringSearch(char* line) {
         board->stopSearch = 1;
         keepForLater(line);
         break;
+    case DuringSearch::STOP_AND_DROP:
+        board->stopSearch = 1;
+        dropSearchMove    = 1;
+        keepForLater(line);
+        break;
     case DuringSearch::WAIT:
         keepForLater(line);
         break;

@@ -9,6 +9,7 @@ enum class DuringSearch {
     IGNORE,        // "go": the engine is already thinking
     WAIT,          // changes settings the running search reads: runs after it
     STOP_AND_WAIT, // changes the board: stops the search, runs after its move is sent
+    STOP_AND_DROP, // ends the engine's turn: stops the search, whose move is not played
 };
 
 // Reads one line and dispatches it. Returns 1 when a line was read, 0 at the end of input

@@ -20,6 +20,8 @@ int movesLeftInSession = 0;
 int forceMode          = 0;
 int debugMode          = 0;
 int protocolVersion    = 0;
+int dropSearchMove     = 0;
+int moveDropped        = 0;
 
 namespace {
 // Long enough to cost nothing while waiting, short enough that nobody notices it.

@@ -74,6 +74,7 @@ void createEngine() {
     board          = new ChessBoardUCI();
     board->initTables(hash);
     board->inputPoll = engineInputPoll;
+    dropSearchMove = moveDropped = 0;
     board->newGame();
     if (configInt("Engine", "Book", 0) == 1) {
         char bookFile[256];

@@ -171,6 +171,9 @@ int parseXboardCommand(char* line) {
             board->takeBackGameMove();
     } else if (std::strcmp(line, "force") == 0) {
         forceMode = 1;
+        if (moveDropped && board)
+            board->takeBackGameMove();
+        moveDropped = 0;
     } else if (std::strcmp(line, "go") == 0) {
         go();
     } else if (std::strcmp(line, "new") == 0) {
@@ -187,6 +190,10 @@ int parseXboardCommand(char* line) {
 DuringSearch xboardDuringSearch(const char* line) {
     if (std::strcmp(line, "go") == 0)
         return DuringSearch::IGNORE;
+    // "force" ends the engine's turn: xboard sends it when a game ends or the user takes over
+    // (before "undo", say), and expects no move from the engine after it.
+    if (std::strcmp(line, "force") == 0)
+        return DuringSearch::STOP_AND_DROP;
     if (std::strcmp(line, "xboard") == 0 || std::strcmp(line, "new") == 0 ||
         std::strcmp(line, "undo") == 0 || startsWith(line, "setboard ") || looksLikeMove(line))
         return DuringSearch::STOP_AND_WAIT;

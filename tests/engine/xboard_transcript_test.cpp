@@ -146,20 +146,38 @@ TEST(XboardSearch, TimeControls) {
     engine.send("quit");
 }
 
-// "ping" is answered while the engine thinks; "quit" then ends the search, which still sends
-// its move, and the program.
-TEST(XboardSearch, PingDuringASearch) {
+// "ping" is answered while the engine thinks. "force" ends the engine's turn: the search
+// stops and its move is neither sent nor kept, so a following "undo" takes back the
+// opponent's move. "quit" during a search lets it send its move, then ends the program.
+TEST(XboardSearch, CommandsDuringASearch) {
     EngineProcess engine;
     startXboard(engine);
     engine.send("st 60");
     engine.send("go");
     std::this_thread::sleep_for(Millis(300));
-    std::vector<std::string> seen = sync(engine, 9);
-    for (const std::string& line : seen)
+    for (const std::string& line : sync(engine, 9))
         EXPECT_EQ(line.rfind("move", 0), std::string::npos);
-    engine.send("quit");
-    std::optional<std::string> reply = engine.waitFor("move ", PROMPT);
+    engine.send("force");
+    for (const std::string& line : sync(engine, 10))
+        EXPECT_EQ(line.rfind("move", 0), std::string::npos);
+
+    engine.send("e2e4"); // White's move; the engine thinks for Black...
+    engine.send("st 60");
+    engine.send("go");
+    std::this_thread::sleep_for(Millis(300));
+    engine.send("force"); // ...until the user takes the move back
+    engine.send("undo");
+    engine.send("sd 2");
+    engine.send("go");
+    std::optional<std::string> reply = engine.waitFor("move ", SEARCH);
     ASSERT_TRUE(reply);
     EXPECT_TRUE(isLegalMove(moveOfLine(*reply), START_FEN)) << *reply;
+
+    engine.send("st 60");
+    engine.send("go");
+    std::this_thread::sleep_for(Millis(300));
+    engine.send("quit");
+    reply = engine.waitFor("move ", PROMPT);
+    ASSERT_TRUE(reply);
     EXPECT_EQ(engine.waitExit(PROMPT), 1);
 }
