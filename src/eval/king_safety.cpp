@@ -17,11 +17,10 @@ constexpr bool kingNearHome(Color c, Square king) {
 template <Color Us> int shelterPenalty(const EvalInfo& info, Square king) {
     int penalty    = 0;
     const int slot = fileOf(king) + 1;
-    for (int s = slot - 1; s <= slot + 1; ++s) {
-        if (s == 0 || s == PAWN_FILE_SLOTS - 1)
-            continue; // the sentinel files
-        penalty += SHELTER_PENALTY[relativeRank(Us, info.pawnRank[Us][s]) + 1];
-    }
+    // A king on the a- or h-file has two shelter files: the sentinels stand for no file.
+    for (int s = slot - 1; s <= slot + 1; ++s)
+        if (s > 0 && s < PAWN_FILE_SLOTS - 1)
+            penalty += SHELTER_PENALTY[relativeRank(Us, info.pawnRank[Us][s]) + 1];
     return penalty;
 }
 

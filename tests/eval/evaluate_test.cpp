@@ -125,6 +125,14 @@ TEST(Evaluate, MirroredPositionScoresTheSame) {
     EXPECT_GT(compared, 5000);
 }
 
+TEST(Evaluate, SumsTheGroupsWithSafeMobilityTwice) {
+    // Endgame tables. White: knight 325, knight on a1 -32, king on e1 0, mobility 2 (b3, c2),
+    // safe mobility 1 (c4 covers b3). Black: pawn 100, passed on its fifth rank 100 but
+    // isolated -20, king on e8 0. White 325 - 32 + 2 + 2 * 1 = 297 against 180, Black to move.
+    auto board = boardFrom("4k3/8/8/8/2p5/8/8/N3K3 b - - 0 1");
+    EXPECT_EQ(fullEval(*board), -117);
+}
+
 TEST(Evaluate, ShelterBoundsAreNotMirrorImages) {
     // White's king on h3 is past its bound, Black's on h6 is inside it: with both h-pawns
     // gone only Black pays for the bare file (30). Each king also has one square of its ring
