@@ -1,9 +1,9 @@
 // pellix-bench: speed and signature benchmarks, one subcommand each.
+#include "bench.h"
+
 #include <chrono>
 #include <cstdio>
 #include <cstring>
-
-#include "bench.h"
 
 double benchSeconds() {
     using namespace std::chrono;
@@ -29,8 +29,10 @@ constexpr Subcommand subcommands[] = {
 int main(int argc, char** argv) {
     if (argc >= 2)
         for (const Subcommand& s : subcommands)
-            if (std::strcmp(argv[1], s.name) == 0) return s.run(argc - 2, argv + 2);
+            if (std::strcmp(argv[1], s.name) == 0)
+                return s.run(argc - 2, argv + 2);
     std::printf("usage: pellix-bench COMMAND [ARGS]\n");
-    for (const Subcommand& s : subcommands) std::printf("  %-8s %s\n", s.name, s.help);
+    for (const Subcommand& s : subcommands)
+        std::printf("  %-8s %s\n", s.name, s.help);
     return 2;
 }

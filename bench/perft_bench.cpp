@@ -1,13 +1,13 @@
 // Perft speed: the plain perft walk from two positions, and, when Debian's stockfish is
 // installed, its own "go perft" timed in the same run so the ratio means something on a
 // shared machine.
+#include "bench.h"
+#include "tools/silent_board.h"
+
 #include <cinttypes>
 #include <cstdio>
 #include <cstring>
 #include <memory>
-
-#include "bench.h"
-#include "tools/silent_board.h"
 
 namespace {
 
@@ -34,11 +34,13 @@ double stockfishSeconds(const char* fen, int depth) {
                   fen, depth);
     const double start = benchSeconds();
     std::FILE* pipe    = popen(command, "r");
-    if (!pipe) return -1;
+    if (!pipe)
+        return -1;
     char line[256];
     bool counted = false;
     while (std::fgets(line, sizeof line, pipe))
-        if (std::strncmp(line, "Nodes searched", 14) == 0) counted = true;
+        if (std::strncmp(line, "Nodes searched", 14) == 0)
+            counted = true;
     const double elapsed = benchSeconds() - start;
     pclose(pipe);
     return counted ? elapsed : -1;
@@ -55,10 +57,11 @@ int benchPerft(int, char**) {
         const double start        = benchSeconds();
         const std::uint64_t nodes = board->perft(c.depth, 0);
         const double seconds      = benchSeconds() - start;
-        std::printf("%-9s depth %d  nodes %12" PRIu64 "  %7.3f s  %7.2f Mnps%s\n", c.name,
-                    c.depth, nodes, seconds, nodes / seconds / 1e6,
+        std::printf("%-9s depth %d  nodes %12" PRIu64 "  %7.3f s  %7.2f Mnps%s\n", c.name, c.depth,
+                    nodes, seconds, nodes / seconds / 1e6,
                     nodes == c.expected ? "" : "  WRONG COUNT");
-        if (nodes != c.expected) status = 1;
+        if (nodes != c.expected)
+            status = 1;
         const double reference = stockfishSeconds(c.fen, c.depth);
         if (reference > 0)
             std::printf("%-9s stockfish go perft %d: %7.3f s  pellix/stockfish time ratio %.2f\n",

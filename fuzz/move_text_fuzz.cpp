@@ -1,10 +1,10 @@
 // Feeds arbitrary text to the coordinate and SAN readers in a few positions; a move they
 // accept is played and taken back, and the board must come back unchanged.
+#include "fuzz_board.h"
+
 #include <cstdint>
 #include <cstdlib>
 #include <string>
-
-#include "tools/silent_board.h"
 
 namespace {
 const char* const positions[] = {
@@ -13,18 +13,11 @@ const char* const positions[] = {
     "r3k2r/Pppp1ppp/1b3nbN/nP6/BBP1P3/q4N2/Pp1P2PP/R2Q1RK1 w kq - 0 1",
     "8/8/8/1k6/3Pp3/8/8/4KQ2 b - d3 0 1",
 };
-SilentBoard& fuzzBoard() {
-    static SilentBoard* board = [] {
-        auto* b = new SilentBoard();
-        b->initTables(0);
-        return b;
-    }();
-    return *board;
-}
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    if (size == 0) return 0;
+    if (size == 0)
+        return 0;
     SilentBoard& board = fuzzBoard();
     board.setPosition(positions[data[0] % 4]);
     const std::string text(reinterpret_cast<const char*>(data + 1), size - 1);
@@ -35,7 +28,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         ChessBoard::moveToSan(m, written, nullptr, 0);
         ChessBoard::moveToLongText(m, written);
     }
-    if (board.playCoordinateMove(text.c_str()) && !board.takeBackGameMove()) std::abort();
-    if (!samePosition(board, before)) std::abort();
+    if (board.playCoordinateMove(text.c_str()) && !board.takeBackGameMove())
+        std::abort();
+    if (!samePosition(board, before))
+        std::abort();
     return 0;
 }

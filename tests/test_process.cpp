@@ -9,18 +9,22 @@
 ProcessResult runProcess(const std::string& command, const std::string& input,
                          const std::string& iniText) {
     char dir[] = "/tmp/pellix-test-XXXXXX";
-    if (!mkdtemp(dir)) return {"", -1};
+    if (!mkdtemp(dir))
+        return {"", -1};
     const std::string scratch = dir;
-    if (!iniText.empty()) std::ofstream(scratch + "/pellix.ini") << iniText;
+    if (!iniText.empty())
+        std::ofstream(scratch + "/pellix.ini") << iniText;
     std::ofstream(scratch + "/input.txt") << input;
     const std::string full = "cd " + scratch + " && " + command + " < input.txt";
     ProcessResult result{"", -1};
     if (std::FILE* pipe = popen(full.c_str(), "r")) {
         char buffer[4096];
         std::size_t n;
-        while ((n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0) result.output.append(buffer, n);
+        while ((n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0)
+            result.output.append(buffer, n);
         const int status = pclose(pipe);
-        if (WIFEXITED(status)) result.status = WEXITSTATUS(status);
+        if (WIFEXITED(status))
+            result.status = WEXITSTATUS(status);
     }
     std::system(("rm -rf " + scratch).c_str());
     return result;

@@ -8,7 +8,9 @@ const char* const START_FEN = "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQk
 const char* const KIWIPETE_FEN =
     "r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq - 0 1";
 
-std::string dataPath(const std::string& name) { return std::string(PELLIX_DATA_DIR) + "/" + name; }
+std::string dataPath(const std::string& name) {
+    return std::string(PELLIX_DATA_DIR) + "/" + name;
+}
 
 std::vector<PerftCase> loadPerftSuite(const std::string& name) {
     std::ifstream in(dataPath(name));
@@ -70,7 +72,8 @@ std::vector<Move> legalMoves(ChessBoard& board) {
     board.inCheck                 = wasInCheck;
     std::vector<Move> moves;
     for (int i = 0; i < count; ++i) {
-        if (board.makeMove(list[i].move)) moves.push_back(list[i].move);
+        if (board.makeMove(list[i].move))
+            moves.push_back(list[i].move);
         board.unmakeMove(list[i].move);
     }
     return moves;

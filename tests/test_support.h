@@ -2,18 +2,18 @@
 // boards set up from a FEN.
 #pragma once
 
+#include "tools/silent_board.h"
+
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
 
-#include "tools/silent_board.h"
-
 std::string dataPath(const std::string& name);
 
 struct PerftCase {
     std::string id;
-    std::string fen; // with counters, ready for setPosition
+    std::string fen;                   // with counters, ready for setPosition
     std::vector<std::uint64_t> counts; // counts[d - 1] = leaves at depth d
 };
 std::vector<PerftCase> loadPerftSuite(const std::string& name);

@@ -18,7 +18,9 @@ ChessBoard::ChessBoard() : Position{} {
     std::memset(divideRows, 0, sizeof divideRows);
 }
 
-ChessBoard::~ChessBoard() { releaseTables(); }
+ChessBoard::~ChessBoard() {
+    releaseTables();
+}
 
 void ChessBoard::initTables(int hashMegabytes_) {
     std::memset(historyStore.get(), 0, sizeof(HistoryRecord) * (HISTORY_CAPACITY + 1));
@@ -27,4 +29,6 @@ void ChessBoard::initTables(int hashMegabytes_) {
     hashTable.init(std::uint32_t(hashMegabytes_ < 0 ? 0 : hashMegabytes_));
 }
 
-void ChessBoard::releaseTables() { hashTable.release(); }
+void ChessBoard::releaseTables() {
+    hashTable.release();
+}

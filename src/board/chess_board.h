@@ -210,5 +210,8 @@ public:
     virtual int readCommand()                                       = 0;
 
 private:
+    // What unmake restores from: the key, the move and the state make is about to change.
+    void pushHistory(Move m);
+
     std::unique_ptr<HistoryRecord[]> historyStore;
 };

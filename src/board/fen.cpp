@@ -1,10 +1,10 @@
 // Reading and writing FEN. The reader is one pass with a state per field and the engine's
 // own acceptance rules (nine white pawns pass, nine black pawns do not, the counters are
 // optional); nothing is written to the board until the whole text has been accepted.
+#include "board/chess_board.h"
+
 #include <cstdio>
 #include <cstring>
-
-#include "board/chess_board.h"
 
 namespace {
 
@@ -24,8 +24,10 @@ struct ParsedFen {
 // above 1 rejects, everything else stops at 9 (also white pawns and kings).
 bool withinLimits(const ParsedFen& fen, Color c, Piece p) {
     int n = fen.count[c][p];
-    if (c == BLACK && p == PAWN) return n <= 8;
-    if (c == BLACK && p == KING) return n <= 1;
+    if (c == BLACK && p == PAWN)
+        return n <= 8;
+    if (c == BLACK && p == KING)
+        return n <= 1;
     return n <= 9;
 }
 
@@ -51,35 +53,47 @@ bool parseFen(const char* text, ParsedFen& fen) {
                 Color color = index < 6 ? BLACK : WHITE;
                 Piece piece = Piece(index % 6 + 1);
                 fen.count[color][piece]++;
-                if (!withinLimits(fen, color, piece)) return false;
-                Square s      = squareAt(file, rank);
-                fen.piece[s]  = std::uint8_t(piece);
-                fen.white[s]  = color == WHITE;
-                file         += 1;
+                if (!withinLimits(fen, color, piece))
+                    return false;
+                Square s     = squareAt(file, rank);
+                fen.piece[s] = std::uint8_t(piece);
+                fen.white[s] = color == WHITE;
+                file += 1;
             } else if (c >= '1' && c <= '8') {
                 file += c - '0';
-                if (file > 8) return false;
+                if (file > 8)
+                    return false;
             } else {
                 return false;
             }
             break;
         case SIDE:
-            if (c == 'w') fen.side = WHITE;
-            else if (c == 'b') fen.side = BLACK;
-            else return false;
+            if (c == 'w')
+                fen.side = WHITE;
+            else if (c == 'b')
+                fen.side = BLACK;
+            else
+                return false;
             field = SIDE_END;
             break;
         case SIDE_END:
-            if (c != ' ') return false;
+            if (c != ' ')
+                return false;
             field = CASTLING;
             break;
         case CASTLING:
-            if (c == 'K') fen.castle |= CASTLE_WHITE_SHORT;
-            else if (c == 'Q') fen.castle |= CASTLE_WHITE_LONG;
-            else if (c == 'k') fen.castle |= CASTLE_BLACK_SHORT;
-            else if (c == 'q') fen.castle |= CASTLE_BLACK_LONG;
-            else if (c == ' ') field = EN_PASSANT;
-            else if (c != '-') return false;
+            if (c == 'K')
+                fen.castle |= CASTLE_WHITE_SHORT;
+            else if (c == 'Q')
+                fen.castle |= CASTLE_WHITE_LONG;
+            else if (c == 'k')
+                fen.castle |= CASTLE_BLACK_SHORT;
+            else if (c == 'q')
+                fen.castle |= CASTLE_BLACK_LONG;
+            else if (c == ' ')
+                field = EN_PASSANT;
+            else if (c != '-')
+                return false;
             break;
         case EN_PASSANT:
             // "-", or a file letter optionally followed by a rank digit that is not checked.
@@ -87,19 +101,24 @@ bool parseFen(const char* text, ParsedFen& fen) {
                 field = HALF_MOVES;
                 break;
             }
-            if (c == '-' && epChars == 0) fen.epFile = 0;
-            else if (c >= 'a' && c <= 'h' && epChars == 0) fen.epFile = c - 'a' + 1;
-            else if (c >= '1' && c <= '8' && epChars == 1 && fen.epFile) {}
-            else return false;
+            if (c == '-' && epChars == 0)
+                fen.epFile = 0;
+            else if (c >= 'a' && c <= 'h' && epChars == 0)
+                fen.epFile = c - 'a' + 1;
+            else if (c >= '1' && c <= '8' && epChars == 1 && fen.epFile) {
+            } else
+                return false;
             ++epChars;
             break;
         case HALF_MOVES:
         case FULL_MOVES:
             if (c >= '0' && c <= '9') {
-                if (++digits > 30) return false;
+                if (++digits > 30)
+                    return false;
                 value = (value * 10 + (c - '0')) & 0xFF; // only the low 8 bits are kept
             } else if (c == ' ') {
-                if (field == FULL_MOVES) return true; // the move number is not kept
+                if (field == FULL_MOVES)
+                    return true; // the move number is not kept
                 fen.halfMoves = value;
                 field         = FULL_MOVES;
                 digits = value = 0;
@@ -117,17 +136,19 @@ bool parseFen(const char* text, ParsedFen& fen) {
 
 int ChessBoard::setPosition(const char* text) {
     ParsedFen fen;
-    if (!text || !parseFen(text, fen)) return 0;
+    if (!text || !parseFen(text, fen))
+        return 0;
 
     for (Color c : {WHITE, BLACK})
-        for (int p = EMPTY; p <= KING; ++p) pieceCount[c][p] = std::uint8_t(p == KING ? 0 : fen.count[c][p]);
+        for (int p = EMPTY; p <= KING; ++p)
+            pieceCount[c][p] = std::uint8_t(p == KING ? 0 : fen.count[c][p]);
     std::memset(bbPiece, 0, sizeof bbPiece);
     std::memset(bbColorPiece, 0, sizeof bbColorPiece);
     std::memset(pieceArray, 0, sizeof pieceArray);
     bbAllPiece = bbAllPiece90R = bbAllPiece45R = bbAllPiece45L = 0;
-    kingSquare[BLACK] = 60;
-    kingSquare[WHITE] = 4;
-    historyCount      = 0;
+    kingSquare[BLACK]                                          = 60;
+    kingSquare[WHITE]                                          = 4;
+    historyCount                                               = 0;
     std::memset(killerMove1, 0, sizeof killerMove1);
     std::memset(killerMove2, 0, sizeof killerMove2);
     std::memset(mateKiller, 0, sizeof mateKiller);
@@ -136,11 +157,13 @@ int ChessBoard::setPosition(const char* text) {
     material[WHITE] = material[BLACK] = 0;
     int totalPhase                    = 0;
     for (Square s = 0; s < 64; ++s) {
-        if (!fen.piece[s]) continue;
+        if (!fen.piece[s])
+            continue;
         Color c = fen.white[s] ? WHITE : BLACK;
         Piece p = Piece(fen.piece[s]);
         setPiece(c, p, s);
-        if (p == KING) kingSquare[c] = std::uint8_t(s);
+        if (p == KING)
+            kingSquare[c] = std::uint8_t(s);
         material[c] += std::int16_t(materialValue(p));
         totalPhase += phaseWeight[p];
     }
@@ -169,21 +192,29 @@ void ChessBoard::toFen(char* out) const {
                 ++empty;
                 continue;
             }
-            if (empty) *p++ = char('0' + empty);
+            if (empty)
+                *p++ = char('0' + empty);
             empty = 0;
             *p++  = pieceLetters[(bbColorPiece[WHITE] & bit(s)) ? WHITE : BLACK][pieceArray[s] - 1];
         }
-        if (empty) *p++ = char('0' + empty);
-        if (rank) *p++ = '/';
+        if (empty)
+            *p++ = char('0' + empty);
+        if (rank)
+            *p++ = '/';
     }
     *p++ = ' ';
     *p++ = sideToMove == WHITE ? 'w' : 'b';
     *p++ = ' ';
-    if (!castleRights) *p++ = '-';
-    if (castleRights & CASTLE_WHITE_SHORT) *p++ = 'K';
-    if (castleRights & CASTLE_WHITE_LONG) *p++ = 'Q';
-    if (castleRights & CASTLE_BLACK_SHORT) *p++ = 'k';
-    if (castleRights & CASTLE_BLACK_LONG) *p++ = 'q';
+    if (!castleRights)
+        *p++ = '-';
+    if (castleRights & CASTLE_WHITE_SHORT)
+        *p++ = 'K';
+    if (castleRights & CASTLE_WHITE_LONG)
+        *p++ = 'Q';
+    if (castleRights & CASTLE_BLACK_SHORT)
+        *p++ = 'k';
+    if (castleRights & CASTLE_BLACK_LONG)
+        *p++ = 'q';
     *p++ = ' ';
     if (epFile) {
         *p++ = char('a' + epFile - 1);

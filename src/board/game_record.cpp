@@ -1,8 +1,8 @@
 // The game itself, as opposed to the search's tentative moves: moves that are played stay on
 // the history, the repetition stack and the game move list until taken back.
-#include <cstring>
-
 #include "board/chess_board.h"
+
+#include <cstring>
 
 void ChessBoard::resetGameRecord() {
     // The starting position is the first entry, so a line that returns to it is seen as a
@@ -24,7 +24,7 @@ int ChessBoard::playGameMove(Move m) {
     }
     repetitionStack[repetitionTop++] = {hashKey, moveCaptured(m) != EMPTY};
     if (moveCaptured(m)) {
-        Color loser                                = Color(sideToMove);
+        Color loser                             = Color(sideToMove);
         takenPieces[loser][takenCount[loser]++] = std::uint8_t(moveCaptured(m));
     }
     gameMoves[gameMoveCount++] = m;
@@ -33,12 +33,14 @@ int ChessBoard::playGameMove(Move m) {
 }
 
 int ChessBoard::takeBackGameMove() {
-    if (gameMoveCount == 0 || historyCount == 0 || repetitionTop <= 1) return 0;
+    if (gameMoveCount == 0 || historyCount == 0 || repetitionTop <= 1)
+        return 0;
     Move m = history[historyCount - 1].move;
     unmakeMove(m);
     --repetitionTop;
     --gameMoveCount;
-    if (moveCaptured(m)) --takenCount[sideToMove ^ 1];
+    if (moveCaptured(m))
+        --takenCount[sideToMove ^ 1];
     lastMove = gameMoveCount ? gameMoves[gameMoveCount - 1] : NO_MOVE;
     return 1;
 }

@@ -10,35 +10,44 @@ struct RookHop {
     Square from, to;
 };
 constexpr RookHop rookHop(Color side, bool kingSide) {
-    if (side == WHITE) return kingSide ? RookHop{7, 5} : RookHop{0, 3};
+    if (side == WHITE)
+        return kingSide ? RookHop{7, 5} : RookHop{0, 3};
     return kingSide ? RookHop{63, 61} : RookHop{56, 59};
 }
 
 // The castling right that a rook standing on its corner stands for, 0 elsewhere.
 constexpr int rightOfCorner(Square s) {
     switch (s) {
-    case 7: return CASTLE_WHITE_SHORT;
-    case 0: return CASTLE_WHITE_LONG;
-    case 63: return CASTLE_BLACK_SHORT;
-    case 56: return CASTLE_BLACK_LONG;
-    default: return 0;
+    case 7:
+        return CASTLE_WHITE_SHORT;
+    case 0:
+        return CASTLE_WHITE_LONG;
+    case 63:
+        return CASTLE_BLACK_SHORT;
+    case 56:
+        return CASTLE_BLACK_LONG;
+    default:
+        return 0;
     }
 }
 
 } // namespace
 
-int ChessBoard::makeMove(Move m) {
-    const Color side = Color(sideToMove), opp = opponent(side);
-    const Square from = moveFrom(m), to = moveTo(m);
-    const Piece piece = movePiece(m), captured = moveCaptured(m), promotion = movePromotion(m);
-
+void ChessBoard::pushHistory(Move m) {
     HistoryRecord& record = history[historyCount++];
     record.key            = hashKey;
     record.move           = m;
     record.castleRights   = castleRights;
     record.epFile         = epFile;
     record.fiftyCounter   = fiftyCounter;
+}
 
+int ChessBoard::makeMove(Move m) {
+    const Color side = Color(sideToMove), opp = opponent(side);
+    const Square from = moveFrom(m), to = moveTo(m);
+    const Piece piece = movePiece(m), captured = moveCaptured(m), promotion = movePromotion(m);
+
+    pushHistory(m);
     fiftyCounter = (pieceArray[from] == PAWN || captured) ? 0 : fiftyCounter + 1;
 
     // Lift the mover.
@@ -46,7 +55,8 @@ int ChessBoard::makeMove(Move m) {
     hashKey ^= pieceKeyOf(side, piece, from);
     pieceArray[from] = EMPTY;
 
-    if (epFile) hashKey ^= epKey[epFile - 1];
+    if (epFile)
+        hashKey ^= epKey[epFile - 1];
 
     if (captured) {
         material[opp] -= std::int16_t(materialValue(captured));
@@ -69,7 +79,8 @@ int ChessBoard::makeMove(Move m) {
         }
     }
     // A plain capture leaves the target square occupied: only its owner changes.
-    if (!captured || isEnPassant(m)) flipOccupancy(to);
+    if (!captured || isEnPassant(m))
+        flipOccupancy(to);
 
     Piece placed = piece;
     if (promotion) {
@@ -105,7 +116,8 @@ int ChessBoard::makeMove(Move m) {
         int rights       = side == WHITE ? CASTLE_WHITE_SHORT | CASTLE_WHITE_LONG
                                          : CASTLE_BLACK_SHORT | CASTLE_BLACK_LONG;
         for (int i = 0; i < 4; ++i)
-            if ((rights & castleRights) & (1 << i)) hashKey ^= castleKey[i];
+            if ((rights & castleRights) & (1 << i))
+                hashKey ^= castleKey[i];
         castleRights &= std::uint8_t(~rights);
     } else if (piece == ROOK) {
         int right = rightOfCorner(from);
@@ -165,7 +177,8 @@ int ChessBoard::unmakeMove(Move m) {
         clearPiece(side, ROOK, hop.to);
         setPiece(side, ROOK, hop.from);
     }
-    if (piece == KING) kingSquare[side] = std::uint8_t(from);
+    if (piece == KING)
+        kingSquare[side] = std::uint8_t(from);
 
     const HistoryRecord& record = history[--historyCount];
     hashKey                     = record.key;
@@ -177,14 +190,10 @@ int ChessBoard::unmakeMove(Move m) {
 }
 
 void ChessBoard::makeNullMove() {
-    HistoryRecord& record = history[historyCount++];
-    record.key            = hashKey;
-    record.move           = NO_MOVE;
-    record.castleRights   = castleRights;
-    record.epFile         = epFile;
-    record.fiftyCounter   = fiftyCounter;
+    pushHistory(NO_MOVE);
     fiftyCounter++;
-    if (epFile) hashKey ^= epKey[epFile - 1];
+    if (epFile)
+        hashKey ^= epKey[epFile - 1];
     epFile = 0;
     sideToMove ^= 1;
     hashKey ^= sideKey;

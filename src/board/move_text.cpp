@@ -1,16 +1,18 @@
 // Moves as text: the long algebraic and standard algebraic writers, and the two readers
 // (coordinate text from the protocols, SAN from game files). The readers never build a move
 // from squares alone: they pick it from the moves generated in the position.
-#include <cstdio>
-#include <cstring>
-
 #include "board/chess_board.h"
 #include "engine/trace.h"
+
+#include <cstdio>
+#include <cstring>
 
 namespace {
 
 // Piece letters for move text; pawns (and anything that is not a piece) have none.
-char pieceLetter(Piece p) { return p >= KNIGHT && p <= KING ? "  NBRQK"[p] : 0; }
+char pieceLetter(Piece p) {
+    return p >= KNIGHT && p <= KING ? "  NBRQK"[p] : 0;
+}
 
 char* writeSquare(char* out, Square s) {
     *out++ = char('a' + fileOf(s));
@@ -20,18 +22,25 @@ char* writeSquare(char* out, Square s) {
 
 // The endings both writers share: en passant, promotion and the check mark.
 void writeEnding(char* out, Move m) {
-    if (isEnPassant(m)) out += std::sprintf(out, " e.p");
+    if (isEnPassant(m))
+        out += std::sprintf(out, " e.p");
     if (char letter = pieceLetter(movePromotion(m))) {
         *out++ = '=';
         *out++ = letter;
     }
-    if (moveCheck(m) == 1) out += std::sprintf(out, " +");
-    else if (moveCheck(m) == 2) out += std::sprintf(out, " #");
+    if (moveCheck(m) == 1)
+        out += std::sprintf(out, " +");
+    else if (moveCheck(m) == 2)
+        out += std::sprintf(out, " #");
     *out = 0;
 }
 
-bool isFileLetter(char c) { return c >= 'a' && c <= 'h'; }
-bool isRankDigit(char c) { return c >= '1' && c <= '8'; }
+bool isFileLetter(char c) {
+    return c >= 'a' && c <= 'h';
+}
+bool isRankDigit(char c) {
+    return c >= '1' && c <= '8';
+}
 
 } // namespace
 
@@ -44,7 +53,8 @@ void ChessBoard::moveToLongText(Move m, char* out) {
         std::strcpy(out, fileOf(moveTo(m)) <= fileOf(moveFrom(m)) ? "O-O-O" : "O-O");
         return;
     }
-    if (char letter = pieceLetter(movePiece(m)); letter && movePiece(m) != PAWN) *out++ = letter;
+    if (char letter = pieceLetter(movePiece(m)); letter && movePiece(m) != PAWN)
+        *out++ = letter;
     out    = writeSquare(out, moveFrom(m));
     *out++ = moveCaptured(m) ? 'x' : '-';
     out    = writeSquare(out, moveTo(m));
@@ -68,14 +78,20 @@ void ChessBoard::moveToSan(Move m, char* out, const MoveEntry* list, int count) 
             const Move other = list[i].move;
             if (movePiece(other) != piece || moveTo(other) != to || moveFrom(other) == from)
                 continue;
-            if (fileOf(moveFrom(other)) == fileOf(from)) needRank = true;
-            else needFile = true; // on the same rank, or on neither line
+            if (fileOf(moveFrom(other)) == fileOf(from))
+                needRank = true;
+            else
+                needFile = true; // on the same rank, or on neither line
         }
-    if (char letter = pieceLetter(piece)) *out++ = letter;
-    if (needFile) *out++ = char('a' + fileOf(from));
-    if (needRank) *out++ = char('1' + rankOf(from));
+    if (char letter = pieceLetter(piece))
+        *out++ = letter;
+    if (needFile)
+        *out++ = char('a' + fileOf(from));
+    if (needRank)
+        *out++ = char('1' + rankOf(from));
     if (moveCaptured(m)) {
-        if (piece == PAWN) *out++ = char('a' + fileOf(from));
+        if (piece == PAWN)
+            *out++ = char('a' + fileOf(from));
         *out++ = 'x';
     }
     out = writeSquare(out, to);
@@ -84,26 +100,41 @@ void ChessBoard::moveToSan(Move m, char* out, const MoveEntry* list, int count) 
 
 int ChessBoard::sanToMove(const char* text, Move& move) {
     move = NO_MOVE;
-    if (!text) return 0;
+    if (!text)
+        return 0;
     if (std::strcmp(text, "O-O") == 0 || std::strcmp(text, "O-O-O") == 0) {
         const bool shortSide = text[3] == 0;
-        if (sideToMove == WHITE) move = shortSide ? WHITE_SHORT_CASTLE : WHITE_LONG_CASTLE;
-        else move = shortSide ? BLACK_SHORT_CASTLE : BLACK_LONG_CASTLE;
+        if (sideToMove == WHITE)
+            move = shortSide ? WHITE_SHORT_CASTLE : WHITE_LONG_CASTLE;
+        else
+            move = shortSide ? BLACK_SHORT_CASTLE : BLACK_LONG_CASTLE;
         return 1;
     }
     Piece piece;
     const char* p = text;
     switch (*p) {
-    case 'B': piece = BISHOP; break;
-    case 'K': piece = KING; break;
-    case 'N': piece = KNIGHT; break;
-    case 'Q': piece = QUEEN; break;
-    case 'R': piece = ROOK; break;
+    case 'B':
+        piece = BISHOP;
+        break;
+    case 'K':
+        piece = KING;
+        break;
+    case 'N':
+        piece = KNIGHT;
+        break;
+    case 'Q':
+        piece = QUEEN;
+        break;
+    case 'R':
+        piece = ROOK;
+        break;
     default:
-        if (!isFileLetter(*p)) return 0;
+        if (!isFileLetter(*p))
+            return 0;
         piece = PAWN;
     }
-    if (piece != PAWN) ++p;
+    if (piece != PAWN)
+        ++p;
     int hintRank = -1, hintFile = -1;
     if (isRankDigit(p[0])) {
         hintRank = p[0] - '1';
@@ -112,8 +143,10 @@ int ChessBoard::sanToMove(const char* text, Move& move) {
         hintFile = p[0] - 'a';
         ++p;
     }
-    if (*p == 'x') ++p;
-    if (!isFileLetter(p[0]) || !isRankDigit(p[1])) return 0;
+    if (*p == 'x')
+        ++p;
+    if (!isFileLetter(p[0]) || !isRankDigit(p[1]))
+        return 0;
     const Square to = squareAt(p[0] - 'a', p[1] - '1');
     p += 2;
 
@@ -124,51 +157,76 @@ int ChessBoard::sanToMove(const char* text, Move& move) {
     int found                     = -1;
     for (int i = 0; i < count && found < 0; ++i) {
         const Move m = list[i].move;
-        if (movePiece(m) != piece || moveTo(m) != to) continue;
-        if (hintRank >= 0 && rankOf(moveFrom(m)) != hintRank) continue;
-        if (hintFile >= 0 && fileOf(moveFrom(m)) != hintFile) continue;
+        if (movePiece(m) != piece || moveTo(m) != to)
+            continue;
+        if (hintRank >= 0 && rankOf(moveFrom(m)) != hintRank)
+            continue;
+        if (hintFile >= 0 && fileOf(moveFrom(m)) != hintFile)
+            continue;
         found = i;
     }
-    if (found < 0) return 0;
+    if (found < 0)
+        return 0;
 
     Piece promotion = EMPTY;
     if (*p == '=') {
         switch (p[1]) {
-        case 'B': promotion = BISHOP; break;
-        case 'N': promotion = KNIGHT; break;
-        case 'Q': promotion = QUEEN; break;
-        case 'R': promotion = ROOK; break;
-        default: return 0;
+        case 'B':
+            promotion = BISHOP;
+            break;
+        case 'N':
+            promotion = KNIGHT;
+            break;
+        case 'Q':
+            promotion = QUEEN;
+            break;
+        case 'R':
+            promotion = ROOK;
+            break;
+        default:
+            return 0;
         }
     }
     // Built from the text: the en-passant bit is never set, and a promotion needs its "=".
     const Square from = moveFrom(list[found].move);
     move = makeMoveWord(from, to, piece, Piece(pieceArray[to] <= KING ? pieceArray[to] : 0),
                         promotion);
-    if (piece == PAWN && (to - from == 16 || from - to == 16)) move |= MOVE_DOUBLE;
+    if (piece == PAWN && (to - from == 16 || from - to == 16))
+        move |= MOVE_DOUBLE;
     return 1;
 }
 
 int ChessBoard::playCoordinateMove(const char* text) {
-    if (!text) return 0;
+    if (!text)
+        return 0;
     const std::size_t length = std::strlen(text);
     if (length > 5) {
         trace("bad size");
         return 0;
     }
-    if (length < 4 || !isFileLetter(text[0]) || !isRankDigit(text[1]) ||
-        !isFileLetter(text[2]) || !isRankDigit(text[3])) {
+    if (length < 4 || !isFileLetter(text[0]) || !isRankDigit(text[1]) || !isFileLetter(text[2]) ||
+        !isRankDigit(text[3])) {
         trace("error : %d,%d -> %d,%d");
         return 0;
     }
     Piece promotion = EMPTY;
     if (length == 5) {
         switch (text[4]) {
-        case 'q': promotion = QUEEN; break;
-        case 'r': promotion = ROOK; break;
-        case 'b': promotion = BISHOP; break;
-        case 'n': promotion = KNIGHT; break;
-        default: trace("bad promotion piece"); return 0;
+        case 'q':
+            promotion = QUEEN;
+            break;
+        case 'r':
+            promotion = ROOK;
+            break;
+        case 'b':
+            promotion = BISHOP;
+            break;
+        case 'n':
+            promotion = KNIGHT;
+            break;
+        default:
+            trace("bad promotion piece");
+            return 0;
         }
     }
     const Square from = squareAt(text[0] - 'a', text[1] - '1');
@@ -178,9 +236,12 @@ int ChessBoard::playCoordinateMove(const char* text) {
     rootMoveCount = generateMoves(list, sideToMoveInCheck());
     for (int i = 0; i < rootMoveCount; ++i) {
         const Move m = list[i].move;
-        if (moveFrom(m) != from || moveTo(m) != to) continue;
-        if (promotion && movePromotion(m) != promotion) continue;
-        if (playGameMove(m)) return 1;
+        if (moveFrom(m) != from || moveTo(m) != to)
+            continue;
+        if (promotion && movePromotion(m) != promotion)
+            continue;
+        if (playGameMove(m))
+            return 1;
         trace("error");
         return 0;
     }

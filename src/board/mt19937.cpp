@@ -18,7 +18,8 @@ void Mt19937::seedArray(const std::uint32_t* key, int length) {
             state[0] = state[N - 1];
             i        = 1;
         }
-        if (j >= length) j = 0;
+        if (j >= length)
+            j = 0;
     }
     for (int k = N - 1; k; --k) {
         state[i] = (state[i] ^ ((state[i - 1] ^ (state[i - 1] >> 30)) * 1566083941u)) - i;
@@ -34,7 +35,8 @@ void Mt19937::seedArray(const std::uint32_t* key, int length) {
 std::uint32_t Mt19937::next() {
     constexpr std::uint32_t upper = 0x80000000u, lower = 0x7fffffffu, matrix = 0x9908b0dfu;
     if (index >= N) {
-        if (index == N + 1) seedWord(5489);
+        if (index == N + 1)
+            seedWord(5489);
         int k = 0;
         for (; k < N - M; ++k) {
             std::uint32_t y = (state[k] & upper) | (state[k + 1] & lower);

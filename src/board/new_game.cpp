@@ -14,9 +14,9 @@ void ChessBoard::newGame() {
     nodeLimit      = 1000000;
     // 30000 nodes is a few milliseconds of search: quick enough to answer "stop" and
     // "isready" at once, rare enough that reading the clock costs nothing.
-    pollInterval = 30000;
-    pollCounter  = 0;
-    movesToGo    = 40;
+    pollInterval     = 30000;
+    pollCounter      = 0;
+    movesToGo        = 40;
     increment[WHITE] = increment[BLACK] = 0;
     clockRunning[WHITE] = clockRunning[BLACK] = false;
     setPosition(START_FEN);

@@ -2,9 +2,9 @@
 // whole-position comparison the tests use.
 #include "board/position.h"
 
-#include <cstring>
-
 #include "engine/trace.h"
+
+#include <cstring>
 
 Bitboard Position::attackersOf(Square s) const {
     return (pawnAttack[BLACK][s] & bbPiece[WHITE][PAWN]) |
@@ -24,31 +24,45 @@ std::vector<const char*> Position::checkConsistency() const {
             badValue = true;
             continue;
         }
-        if (v == EMPTY) continue;
-        if (!(bbAllPiece & bit(s))) badOccupancy = true;
+        if (v == EMPTY)
+            continue;
+        if (!(bbAllPiece & bit(s)))
+            badOccupancy = true;
         if (bbColorPiece[WHITE] & bit(s)) {
-            if (!(bbPiece[WHITE][v] & bit(s))) badPieceBoard = true;
+            if (!(bbPiece[WHITE][v] & bit(s)))
+                badPieceBoard = true;
         } else if (bbColorPiece[BLACK] & bit(s)) {
-            if (!(bbPiece[BLACK][v] & bit(s))) badPieceBoard = true;
+            if (!(bbPiece[BLACK][v] & bit(s)))
+                badPieceBoard = true;
         } else {
             badColor = true;
         }
     }
-    if (badValue) report.push_back("wrong value in piece array");
-    if (badOccupancy) report.push_back("piece array different than bbAllPiece");
-    if (badColor) report.push_back("piece array different than bbColorPiece");
-    if (badPieceBoard) report.push_back("piece array different than bbPiece");
+    if (badValue)
+        report.push_back("wrong value in piece array");
+    if (badOccupancy)
+        report.push_back("piece array different than bbAllPiece");
+    if (badColor)
+        report.push_back("piece array different than bbColorPiece");
+    if (badPieceBoard)
+        report.push_back("piece array different than bbPiece");
 
     bool bad90 = false, bad45R = false, bad45L = false;
     for (Bitboard b = bbAllPiece; b;) {
         Square s = popLowest(b);
-        if (!(bbAllPiece90R & bit(rot90[s]))) bad90 = true;
-        if (!(bbAllPiece45R & bit(rot45R[s]))) bad45R = true;
-        if (!(bbAllPiece45L & bit(rot45L[s]))) bad45L = true;
+        if (!(bbAllPiece90R & bit(rot90[s])))
+            bad90 = true;
+        if (!(bbAllPiece45R & bit(rot45R[s])))
+            bad45R = true;
+        if (!(bbAllPiece45L & bit(rot45L[s])))
+            bad45L = true;
     }
-    if (bad90) report.push_back("bitboard 90R is wrong");
-    if (bad45R) report.push_back("bitboard 45R is wrong");
-    if (bad45L) report.push_back("bitboard 45L is wrong");
+    if (bad90)
+        report.push_back("bitboard 90R is wrong");
+    if (bad45R)
+        report.push_back("bitboard 45R is wrong");
+    if (bad45L)
+        report.push_back("bitboard 45L is wrong");
 
     static const char* const countMessages[2][5] = {
         {"bad number of black pawn", "bad number of black knight", "bad number of black bishop",
@@ -66,9 +80,11 @@ std::vector<const char*> Position::checkConsistency() const {
         int sum = 0;
         for (Bitboard b = bbColorPiece[c]; b;) {
             int v = pieceArray[popLowest(b)];
-            if (v <= KING) sum += materialValue(Piece(v));
+            if (v <= KING)
+                sum += materialValue(Piece(v));
         }
-        if (sum != material[c]) report.push_back(materialMessages[c]);
+        if (sum != material[c])
+            report.push_back(materialMessages[c]);
     }
 
     static const char* const kingMessages[2] = {"bad king position for black",
@@ -77,27 +93,28 @@ std::vector<const char*> Position::checkConsistency() const {
         if (kingSquare[c] > 63 || !(bbPiece[c][KING] & bit(kingSquare[c])))
             report.push_back(kingMessages[c]);
 
-    for (const char* message : report) trace(message);
+    for (const char* message : report)
+        trace(message);
     return report;
 }
 
 bool samePosition(const Position& a, const Position& b) {
-    bool same = a.bbAllPiece == b.bbAllPiece && a.bbAllPiece90R == b.bbAllPiece90R &&
-                a.bbAllPiece45R == b.bbAllPiece45R && a.bbAllPiece45L == b.bbAllPiece45L &&
-                std::memcmp(a.bbColorPiece, b.bbColorPiece, sizeof a.bbColorPiece) == 0 &&
-                std::memcmp(a.bbPiece, b.bbPiece, sizeof a.bbPiece) == 0 &&
-                a.hashKey == b.hashKey &&
-                std::memcmp(a.pieceArray, b.pieceArray, sizeof a.pieceArray) == 0 &&
-                a.kingSquare[0] == b.kingSquare[0] && a.kingSquare[1] == b.kingSquare[1] &&
-                a.castleRights == b.castleRights && a.sideToMove == b.sideToMove &&
-                a.epFile == b.epFile && a.fiftyCounter == b.fiftyCounter &&
-                a.inCheck == b.inCheck && a.material[0] == b.material[0] &&
-                a.material[1] == b.material[1] &&
-                std::memcmp(a.pieceCount, b.pieceCount, sizeof a.pieceCount) == 0 &&
-                a.gameStage == b.gameStage && a.phase == b.phase &&
-                a.historyCount == b.historyCount;
-    if (!same) return false;
-    if (a.history == b.history) return true;
+    bool same =
+        a.bbAllPiece == b.bbAllPiece && a.bbAllPiece90R == b.bbAllPiece90R &&
+        a.bbAllPiece45R == b.bbAllPiece45R && a.bbAllPiece45L == b.bbAllPiece45L &&
+        std::memcmp(a.bbColorPiece, b.bbColorPiece, sizeof a.bbColorPiece) == 0 &&
+        std::memcmp(a.bbPiece, b.bbPiece, sizeof a.bbPiece) == 0 && a.hashKey == b.hashKey &&
+        std::memcmp(a.pieceArray, b.pieceArray, sizeof a.pieceArray) == 0 &&
+        a.kingSquare[0] == b.kingSquare[0] && a.kingSquare[1] == b.kingSquare[1] &&
+        a.castleRights == b.castleRights && a.sideToMove == b.sideToMove && a.epFile == b.epFile &&
+        a.fiftyCounter == b.fiftyCounter && a.inCheck == b.inCheck &&
+        a.material[0] == b.material[0] && a.material[1] == b.material[1] &&
+        std::memcmp(a.pieceCount, b.pieceCount, sizeof a.pieceCount) == 0 &&
+        a.gameStage == b.gameStage && a.phase == b.phase && a.historyCount == b.historyCount;
+    if (!same)
+        return false;
+    if (a.history == b.history)
+        return true;
     for (std::uint32_t i = 0; i < a.historyCount; ++i) {
         const HistoryRecord &x = a.history[i], &y = b.history[i];
         if (x.key != y.key || x.move != y.move || x.castleRights != y.castleRights ||

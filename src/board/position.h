@@ -3,21 +3,21 @@
 // live in ChessBoard (new_game.cpp, fen.cpp, make_move.cpp).
 #pragma once
 
-#include <cstdint>
-#include <vector>
-
 #include "board/tables.h"
 #include "board/types.h"
 
+#include <cstdint>
+#include <vector>
+
 // One record per move made, pushed by make and popped by unmake.
 struct HistoryRecord {
-    std::uint64_t key;      // hashKey before the move
-    Move move;              // 0 for a null move
+    std::uint64_t key; // hashKey before the move
+    Move move;         // 0 for a null move
     std::uint8_t castleRights;
     std::uint8_t epFile;
     std::uint8_t fiftyCounter;
-    std::uint8_t inCheck;   // the search's note about the node this move reached
-    std::uint8_t nodeType;  // the search's node type of that node
+    std::uint8_t inCheck;  // the search's note about the node this move reached
+    std::uint8_t nodeType; // the search's node type of that node
 };
 
 // Stages of the game by phase: 21..31 opening (0), 9..20 middlegame (1), 1..8 endgame (2),
@@ -71,7 +71,9 @@ struct Position {
     }
 
     Color side() const { return Color(sideToMove); }
-    Occupancy occupancy() const { return {bbAllPiece, bbAllPiece90R, bbAllPiece45R, bbAllPiece45L}; }
+    Occupancy occupancy() const {
+        return {bbAllPiece, bbAllPiece90R, bbAllPiece45R, bbAllPiece45L};
+    }
 
     // Sliding attacks from the rotated boards.
     Bitboard rankAttacks(Square s) const {
@@ -95,8 +97,7 @@ struct Position {
     // tested in that order and stopping at the first hit.
     bool isAttacked(Square s, Color by) const {
         return (pawnAttack[opponent(by)][s] & bbPiece[by][PAWN]) ||
-               (knightAttack[s] & bbPiece[by][KNIGHT]) ||
-               (diagAttacks(s) & diagonalSliders(by)) ||
+               (knightAttack[s] & bbPiece[by][KNIGHT]) || (diagAttacks(s) & diagonalSliders(by)) ||
                (rookAttacks(s) & lineSliders(by)) || (kingAttack[s] & bbPiece[by][KING]);
     }
     // Every piece of both colours attacking square s.

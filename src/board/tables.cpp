@@ -18,7 +18,9 @@ Bitboard diagAttack45L[64][64];
 
 namespace {
 
-bool onBoard(int file, int rank) { return file >= 0 && file < 8 && rank >= 0 && rank < 8; }
+bool onBoard(int file, int rank) {
+    return file >= 0 && file < 8 && rank >= 0 && rank < 8;
+}
 
 struct Step {
     int file, rank;
@@ -28,7 +30,8 @@ Bitboard leaperAttacks(Square s, const Step* steps, int count) {
     Bitboard b = 0;
     for (int i = 0; i < count; ++i) {
         int f = fileOf(s) + steps[i].file, r = rankOf(s) + steps[i].rank;
-        if (onBoard(f, r)) b |= bit(squareAt(f, r));
+        if (onBoard(f, r))
+            b |= bit(squareAt(f, r));
     }
     return b;
 }
@@ -42,12 +45,14 @@ constexpr Step compass[8] = {{0, 1}, {1, 1}, {1, 0}, {1, -1}, {0, -1}, {-1, -1},
 void buildSlidingTable(Bitboard table[64][64], const int rotation[64], const int shift[64],
                        Step step) {
     Square unrotate[64];
-    for (Square s = 0; s < 64; ++s) unrotate[rotation[s]] = s;
+    for (Square s = 0; s < 64; ++s)
+        unrotate[rotation[s]] = s;
     for (Square s = 0; s < 64; ++s) {
         for (int o = 0; o < 64; ++o) {
             Bitboard occupied = 0;
             for (int i = 0; i < 6; ++i)
-                if (o & (1 << i)) occupied |= bit(unrotate[shift[s] + i]);
+                if (o & (1 << i))
+                    occupied |= bit(unrotate[shift[s] + i]);
             table[s][o] = slideAlong(s, step.file, step.rank, occupied) |
                           slideAlong(s, -step.file, -step.rank, occupied);
         }
@@ -62,7 +67,8 @@ Bitboard slideAlong(Square s, int fileStep, int rankStep, Bitboard occupied) {
     while (onBoard(f, r)) {
         Square t = squareAt(f, r);
         reached |= bit(t);
-        if (occupied & bit(t)) break;
+        if (occupied & bit(t))
+            break;
         f += fileStep;
         r += rankStep;
     }
@@ -71,7 +77,8 @@ Bitboard slideAlong(Square s, int fileStep, int rankStep, Bitboard occupied) {
 
 void initGeometry() {
     static bool built = false;
-    if (built) return;
+    if (built)
+        return;
     built = true;
 
     static constexpr Step knightSteps[8] = {{1, 2},   {2, 1},   {2, -1}, {1, -2},
@@ -111,13 +118,13 @@ void initGeometry() {
         }
     }
 
-    static constexpr int identity[64] = {0,  1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12,
-                                         13, 14, 15, 16, 17, 18, 19, 20, 21, 22, 23, 24, 25,
-                                         26, 27, 28, 29, 30, 31, 32, 33, 34, 35, 36, 37, 38,
-                                         39, 40, 41, 42, 43, 44, 45, 46, 47, 48, 49, 50, 51,
-                                         52, 53, 54, 55, 56, 57, 58, 59, 60, 61, 62, 63};
+    static constexpr int identity[64] = {
+        0,  1,  2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14, 15, 16, 17, 18, 19, 20, 21,
+        22, 23, 24, 25, 26, 27, 28, 29, 30, 31, 32, 33, 34, 35, 36, 37, 38, 39, 40, 41, 42, 43,
+        44, 45, 46, 47, 48, 49, 50, 51, 52, 53, 54, 55, 56, 57, 58, 59, 60, 61, 62, 63};
     int rankShift[64];
-    for (Square s = 0; s < 64; ++s) rankShift[s] = 8 * rankOf(s) + 1;
+    for (Square s = 0; s < 64; ++s)
+        rankShift[s] = 8 * rankOf(s) + 1;
     buildSlidingTable(rankAttack, identity, rankShift, {1, 0});
     buildSlidingTable(fileAttack, rot90, shift90, {0, 1});
     buildSlidingTable(diagAttack45R, rot45R, shift45R, {1, 1});

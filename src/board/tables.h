@@ -66,7 +66,15 @@ constexpr int shift45L[64] = {
 
 // Where square b lies seen from square a.
 enum Direction : std::uint8_t {
-    NO_LINE = 0, NORTH, NORTH_EAST, EAST, SOUTH_EAST, SOUTH, SOUTH_WEST, WEST, NORTH_WEST
+    NO_LINE = 0,
+    NORTH,
+    NORTH_EAST,
+    EAST,
+    SOUTH_EAST,
+    SOUTH,
+    SOUTH_WEST,
+    WEST,
+    NORTH_WEST
 };
 
 extern Bitboard SquareMask[64];

@@ -1,19 +1,21 @@
 // The Zobrist keys: 781 keys from MT19937 with a fixed seed, so every run and every board
 // hashes a position to the same key; and the key of a position computed from scratch.
-#include <cstring>
-
 #include "board/chess_board.h"
 #include "board/mt19937.h"
 #include "engine/trace.h"
 
+#include <cstring>
+
 int ChessBoard::initZobrist() {
-    if (keysReady) return 1;
+    if (keysReady)
+        return 1;
     constexpr int KEY_COUNT           = 781;
     static const std::uint32_t seed[] = {1620, 1347, 1074, 801};
     Mt19937 generator;
     generator.seedArray(seed, 4);
     std::uint64_t keys[KEY_COUNT];
-    for (std::uint64_t& key : keys) key = generator.next64();
+    for (std::uint64_t& key : keys)
+        key = generator.next64();
     // Two keys are drawn again after the first pass; the engine's keys have always been
     // these, and positions in books and tables depend on them.
     keys[544] = generator.next64();
@@ -41,9 +43,12 @@ std::uint64_t ChessBoard::computeKey() const {
             if (pieceArray[s] >= PAWN && pieceArray[s] <= KING)
                 key ^= pieceKeyOf(c, Piece(pieceArray[s]), s);
         }
-    if (epFile) key ^= epKey[epFile - 1];
+    if (epFile)
+        key ^= epKey[epFile - 1];
     for (int i = 0; i < 4; ++i)
-        if (castleRights & (1 << i)) key ^= castleKey[i];
-    if (sideToMove == BLACK) key ^= sideKey;
+        if (castleRights & (1 << i))
+            key ^= castleKey[i];
+    if (sideToMove == BLACK)
+        key ^= sideKey;
     return key;
 }

@@ -12,40 +12,47 @@
 namespace {
 
 char* trim(char* s) {
-    while (*s && std::isspace(static_cast<unsigned char>(*s))) ++s;
+    while (*s && std::isspace(static_cast<unsigned char>(*s)))
+        ++s;
     char* end = s + std::strlen(s);
-    while (end > s && std::isspace(static_cast<unsigned char>(end[-1]))) --end;
+    while (end > s && std::isspace(static_cast<unsigned char>(end[-1])))
+        --end;
     *end = 0;
     return s;
 }
 
 // Finds the value of section/key; writes it into value (size bytes) and answers true.
-bool lookup(const char* path, const char* section, const char* key, char* value,
-            std::size_t size) {
+bool lookup(const char* path, const char* section, const char* key, char* value, std::size_t size) {
     std::FILE* file = std::fopen(path, "r");
-    if (!file) return false;
+    if (!file)
+        return false;
     char line[1024];
     bool inSection = false, found = false;
     while (!found && std::fgets(line, sizeof line, file)) {
         // A line longer than the buffer is read on in pieces; skip the rest of it.
         if (!std::strchr(line, '\n') && !std::feof(file)) {
             int c;
-            while ((c = std::fgetc(file)) != EOF && c != '\n') {}
+            while ((c = std::fgetc(file)) != EOF && c != '\n') {
+            }
             continue;
         }
         char* text = trim(line);
-        if (*text == ';' || *text == '#' || *text == 0) continue;
+        if (*text == ';' || *text == '#' || *text == 0)
+            continue;
         if (*text == '[') {
             char* close = std::strchr(text, ']');
-            if (!close) continue;
+            if (!close)
+                continue;
             *close    = 0;
             inSection = strcasecmp(trim(text + 1), section) == 0;
             continue;
         }
         char* equals = std::strchr(text, '=');
-        if (!inSection || !equals) continue;
+        if (!inSection || !equals)
+            continue;
         *equals = 0;
-        if (strcasecmp(trim(text), key) != 0) continue;
+        if (strcasecmp(trim(text), key) != 0)
+            continue;
         std::snprintf(value, size, "%s", trim(equals + 1));
         found = true;
     }
@@ -57,13 +64,15 @@ bool lookup(const char* path, const char* section, const char* key, char* value,
 
 int configInt(const char* section, const char* key, int fallback, const char* path) {
     char value[64];
-    if (!lookup(path, section, key, value, sizeof value)) return fallback;
+    if (!lookup(path, section, key, value, sizeof value))
+        return fallback;
     return int(std::strtol(value, nullptr, 10));
 }
 
 void configString(const char* section, const char* key, const char* fallback, char* out,
                   std::size_t size, const char* path) {
-    if (size == 0) return;
+    if (size == 0)
+        return;
     char value[1024];
     const char* chosen = lookup(path, section, key, value, sizeof value) ? value : fallback;
     std::snprintf(out, size, "%s", chosen);

@@ -4,7 +4,15 @@
 
 constexpr int TRACE_ERROR = 17; // level of the error-trace calls
 
-inline int traceOpen(const char*) { return 1; }
-template <typename... Args> inline int trace(const char*, const Args&...) { return 1; }
-template <typename... Args> inline int traceAt(int, const char*, const Args&...) { return 1; }
-inline int traceClose() { return 0; }
+inline int traceOpen(const char*) {
+    return 1;
+}
+template <typename... Args> inline int trace(const char*, const Args&...) {
+    return 1;
+}
+template <typename... Args> inline int traceAt(int, const char*, const Args&...) {
+    return 1;
+}
+inline int traceClose() {
+    return 0;
+}

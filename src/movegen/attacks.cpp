@@ -36,14 +36,16 @@ bool ChessBoard::isPinned(Square square, Color colour) const {
         line    = diagAttack45L[square][(bbAllPiece45L >> shift45L[square]) & 63];
         sliders = diagonalSliders(opponent(colour));
         break;
-    default: return false;
+    default:
+        return false;
     }
     return (line & bbPiece[colour][KING] & bit(king)) && (line & sliders);
 }
 
 bool ChessBoard::cannotWin(Color colour) const {
     const Bitboard* own = bbPiece[colour];
-    if (own[PAWN] || own[ROOK] || own[QUEEN]) return false;
+    if (own[PAWN] || own[ROOK] || own[QUEEN])
+        return false;
     const int bishops = popCount(own[BISHOP]), knights = popCount(own[KNIGHT]);
     return bishops <= 1 && knights <= 2 && !(bishops && knights);
 }
@@ -65,7 +67,8 @@ bool ChessBoard::isMoveValid(Move m) {
     const int count               = generateMoves(list, sideToMoveInCheck());
     inCheck                       = wasInCheck;
     for (int i = 0; i < count; ++i) {
-        if (moveIdentity(list[i].move) != moveIdentity(m)) continue;
+        if (moveIdentity(list[i].move) != moveIdentity(m))
+            continue;
         const int legal = makeMove(list[i].move);
         unmakeMove(list[i].move);
         return legal;

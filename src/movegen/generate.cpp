@@ -10,10 +10,10 @@ constexpr Bitboard RANK_2 = 0x000000000000FF00ULL, RANK_7 = 0x00FF000000000000UL
 
 // Everything a generator needs to know about the side it generates for.
 template <Color US> struct Side {
-    static constexpr Color THEM            = opponent(US);
-    static constexpr Bitboard seventhRank  = US == WHITE ? RANK_7 : RANK_2; // promotes from here
-    static constexpr Bitboard secondRank   = US == WHITE ? RANK_2 : RANK_7; // double steps from here
-    static constexpr int forward           = US == WHITE ? 8 : -8;
+    static constexpr Color THEM           = opponent(US);
+    static constexpr Bitboard seventhRank = US == WHITE ? RANK_7 : RANK_2; // promotes from here
+    static constexpr Bitboard secondRank  = US == WHITE ? RANK_2 : RANK_7; // double steps from here
+    static constexpr int forward          = US == WHITE ? 8 : -8;
     static Bitboard advance(Bitboard b) { return US == WHITE ? b << 8 : b >> 8; }
     static bool onLastRank(Square s) { return US == WHITE ? s >= 56 : s < 8; }
 };
@@ -27,11 +27,16 @@ inline MoveEntry* addPromotions(MoveEntry* out, Square from, Square to, Piece ca
 
 inline Bitboard pieceAttacks(const Position& p, Piece piece, Square s) {
     switch (piece) {
-    case KNIGHT: return knightAttack[s];
-    case BISHOP: return p.bishopAttacks(s);
-    case ROOK: return p.rookAttacks(s);
-    case QUEEN: return p.queenAttacks(s);
-    default: return kingAttack[s];
+    case KNIGHT:
+        return knightAttack[s];
+    case BISHOP:
+        return p.bishopAttacks(s);
+    case ROOK:
+        return p.rookAttacks(s);
+    case QUEEN:
+        return p.queenAttacks(s);
+    default:
+        return kingAttack[s];
     }
 }
 
@@ -57,10 +62,12 @@ inline MoveEntry* addPieceMoves(const Position& p, Color us, Bitboard targets, M
 // The en-passant target, or -1 when no capture en passant can be made: the file must name
 // an enemy pawn that really stands beside the target on an empty square, whatever a FEN said.
 template <Color US> Square enPassantTarget(const Position& p) {
-    if (!p.epFile || !p.bbPiece[US][PAWN]) return -1;
+    if (!p.epFile || !p.bbPiece[US][PAWN])
+        return -1;
     Square target = squareAt(p.epFile - 1, US == WHITE ? 5 : 2);
     Square victim = target - Side<US>::forward;
-    if ((p.bbAllPiece & bit(target)) || !(p.bbPiece[Side<US>::THEM][PAWN] & bit(victim))) return -1;
+    if ((p.bbAllPiece & bit(target)) || !(p.bbPiece[Side<US>::THEM][PAWN] & bit(victim)))
+        return -1;
     return target;
 }
 
@@ -86,11 +93,14 @@ template <Color US> int captures(const Position& p, MoveEntry* list) {
         for (Bitboard to = pawnAttack[US][f] & enemy; to;) {
             Square t       = popLowest(to);
             Piece captured = Piece(p.pieceArray[t]);
-            if (S::onLastRank(t)) out = addPromotions(out, f, t, captured);
-            else (out++)->move = makeMoveWord(f, t, PAWN, captured);
+            if (S::onLastRank(t))
+                out = addPromotions(out, f, t, captured);
+            else
+                (out++)->move = makeMoveWord(f, t, PAWN, captured);
         }
     }
-    if (Square target = enPassantTarget<US>(p); target >= 0) out = addEnPassant<US>(p, target, out);
+    if (Square target = enPassantTarget<US>(p); target >= 0)
+        out = addEnPassant<US>(p, target, out);
     return int(out - list);
 }
 
@@ -98,9 +108,9 @@ template <Color US> int captures(const Position& p, MoveEntry* list) {
 // crosses free of attack. King and rook must stand on their squares too: a FEN may grant
 // rights that its pieces cannot use.
 template <Color US> MoveEntry* addCastling(const Position& p, MoveEntry* out) {
-    constexpr Square home  = US == WHITE ? 4 : 60;
-    constexpr int shortRight = US == WHITE ? CASTLE_WHITE_SHORT : CASTLE_BLACK_SHORT;
-    constexpr int longRight  = US == WHITE ? CASTLE_WHITE_LONG : CASTLE_BLACK_LONG;
+    constexpr Square home        = US == WHITE ? 4 : 60;
+    constexpr int shortRight     = US == WHITE ? CASTLE_WHITE_SHORT : CASTLE_BLACK_SHORT;
+    constexpr int longRight      = US == WHITE ? CASTLE_WHITE_LONG : CASTLE_BLACK_LONG;
     constexpr Bitboard shortPath = US == WHITE ? castlePathWhiteShort : castlePathBlackShort;
     constexpr Bitboard longPath  = US == WHITE ? castlePathWhiteLong : castlePathBlackLong;
     constexpr Color THEM         = opponent(US);
@@ -141,8 +151,10 @@ template <Color US> MoveEntry* addBlocks(const Position& p, Bitboard between, Mo
     const Bitboard pawns = p.bbPiece[US][PAWN];
     for (Bitboard to = S::advance(pawns) & between; to;) {
         Square t = popLowest(to);
-        if (S::onLastRank(t)) out = addPromotions(out, t - S::forward, t, EMPTY);
-        else (out++)->move = makeMoveWord(t - S::forward, t, PAWN);
+        if (S::onLastRank(t))
+            out = addPromotions(out, t - S::forward, t, EMPTY);
+        else
+            (out++)->move = makeMoveWord(t - S::forward, t, PAWN);
     }
     const Bitboard once = S::advance(pawns & S::secondRank) & ~p.bbAllPiece;
     for (Bitboard to = S::advance(once) & between; to;) {
@@ -167,8 +179,10 @@ template <Color US> MoveEntry* addCheckerCaptures(const Position& p, Square c, M
     const Piece captured = Piece(p.pieceArray[c]);
     for (Bitboard from = pawnAttack[S::THEM][c] & p.bbPiece[US][PAWN]; from;) {
         Square f = popLowest(from);
-        if (S::onLastRank(c)) out = addPromotions(out, f, c, captured);
-        else (out++)->move = makeMoveWord(f, c, PAWN, captured);
+        if (S::onLastRank(c))
+            out = addPromotions(out, f, c, captured);
+        else
+            (out++)->move = makeMoveWord(f, c, PAWN, captured);
     }
     for (Piece piece : {KNIGHT, BISHOP, ROOK, QUEEN})
         for (Bitboard from = pieceAttacks(p, piece, c) & p.bbPiece[US][piece]; from;)
@@ -180,10 +194,10 @@ template <Color US> MoveEntry* addCheckerCaptures(const Position& p, Square c, M
 }
 
 template <Color US> int evasions(const Position& p, MoveEntry* list) {
-    using S             = Side<US>;
-    constexpr Color THEM = S::THEM;
-    const Square king   = p.kingSquare[US];
-    MoveEntry* out      = list;
+    using S                 = Side<US>;
+    constexpr Color THEM    = S::THEM;
+    const Square king       = p.kingSquare[US];
+    MoveEntry* out          = list;
     const Bitboard checkers = (pawnAttack[US][king] & p.bbPiece[THEM][PAWN]) |
                               (knightAttack[king] & p.bbPiece[THEM][KNIGHT]) |
                               (p.diagAttacks(king) & p.diagonalSliders(THEM)) |
@@ -193,7 +207,8 @@ template <Color US> int evasions(const Position& p, MoveEntry* list) {
             Square t      = popLowest(to);
             (out++)->move = makeMoveWord(king, t, KING, Piece(p.pieceArray[t]));
         }
-    if (popCount(checkers) != 1) return int(out - list);
+    if (popCount(checkers) != 1)
+        return int(out - list);
 
     const Square checker = lowestSquare(checkers);
     const Piece kind     = Piece(p.pieceArray[checker]);

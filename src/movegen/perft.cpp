@@ -10,8 +10,9 @@ namespace {
 Bitboard pinnedPieces(const Position& p, Color us) {
     const Color them  = opponent(us);
     const Square king = p.kingSquare[us];
-    Bitboard snipers  = ((rankAttack[king][0] | fileAttack[king][0]) & p.lineSliders(them)) |
-                       ((diagAttack45R[king][0] | diagAttack45L[king][0]) & p.diagonalSliders(them));
+    Bitboard snipers =
+        ((rankAttack[king][0] | fileAttack[king][0]) & p.lineSliders(them)) |
+        ((diagAttack45R[king][0] | diagAttack45L[king][0]) & p.diagonalSliders(them));
     Bitboard pinned = 0;
     while (snipers) {
         Bitboard between = betweenMask[popLowest(snipers)][king] & p.bbAllPiece;
@@ -24,8 +25,10 @@ Bitboard pinnedPieces(const Position& p, Color us) {
 } // namespace
 
 std::uint64_t ChessBoard::perft(int depth, int listStart) {
-    if (depth <= 0) return 1;
-    if (listStart + MAX_GENERATED > MOVE_STACK_SIZE) return 0; // deeper than any run can reach
+    if (depth <= 0)
+        return 1;
+    if (listStart + MAX_GENERATED > MOVE_STACK_SIZE)
+        return 0; // deeper than any run can reach
     MoveEntry* list     = moveStack + listStart;
     const bool checked  = sideToMoveInCheck();
     const int count     = generateMoves(list, checked);
@@ -53,7 +56,8 @@ std::uint64_t ChessBoard::perft(int depth, int listStart) {
     }
     for (int i = 0; i < count; ++i) {
         const Move m = list[i].move;
-        if (makeMove(m)) total += perft(depth - 1, listStart + count);
+        if (makeMove(m))
+            total += perft(depth - 1, listStart + count);
         unmakeMove(m);
     }
     inCheck = checked; // the children's generation wrote their own
@@ -65,7 +69,8 @@ void ChessBoard::perftStats(int depth, int listStart) {
         ++perftCounters.nodes;
         return;
     }
-    if (listStart + 2 * MAX_GENERATED > MOVE_STACK_SIZE) return;
+    if (listStart + 2 * MAX_GENERATED > MOVE_STACK_SIZE)
+        return;
     MoveEntry* list    = moveStack + listStart;
     const bool checked = sideToMoveInCheck();
     const int count    = generateMoves(list, checked);
@@ -77,20 +82,25 @@ void ChessBoard::perftStats(int depth, int listStart) {
             } else {
                 PerftCounters& c = perftCounters;
                 ++c.nodes;
-                if (moveCaptured(m)) ++c.captures;
-                if (isEnPassant(m)) ++c.enPassant;
-                if (movePromotion(m)) ++c.promotions;
-                if (isCastle(m)) ++c.castles;
+                if (moveCaptured(m))
+                    ++c.captures;
+                if (isEnPassant(m))
+                    ++c.enPassant;
+                if (movePromotion(m))
+                    ++c.promotions;
+                if (isCastle(m))
+                    ++c.castles;
                 if (sideToMoveInCheck()) {
                     ++c.checks;
-                    MoveEntry* replies = list + count;
+                    MoveEntry* replies   = list + count;
                     const int replyCount = generateMoves(replies, 1);
                     bool escaped         = false;
                     for (int r = 0; r < replyCount && !escaped; ++r) {
                         escaped = makeMove(replies[r].move);
                         unmakeMove(replies[r].move);
                     }
-                    if (!escaped) ++c.mates;
+                    if (!escaped)
+                        ++c.mates;
                 }
             }
         }
@@ -103,7 +113,7 @@ int ChessBoard::divide(int depth) {
     MoveEntry* list    = moveStack;
     const bool checked = sideToMoveInCheck();
     const int count    = generateMoves(list, checked);
-    divideCount     = 0;
+    divideCount        = 0;
     for (int i = 0; i < count && divideCount < MAX_GENERATED; ++i) {
         const Move m = list[i].move;
         // A root move that make rejects is left out of the listing.

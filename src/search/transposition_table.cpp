@@ -1,10 +1,10 @@
 // Sizing, clearing and releasing the transposition table.
 #include "search/transposition_table.h"
 
+#include "engine/trace.h"
+
 #include <cstdlib>
 #include <cstring>
-
-#include "engine/trace.h"
 
 std::uint32_t roundedHashMegabytes(std::uint32_t requested) {
     // The engine's rounding loop, kept as it always was: 0 and 1 give 0, 3 gives 4, 1025 to
@@ -13,7 +13,8 @@ std::uint32_t roundedHashMegabytes(std::uint32_t requested) {
     if (requested > 1) {
         do {
             p *= 2;
-            if (p >= requested) result = p;
+            if (p >= requested)
+                result = p;
         } while (p < requested && p <= 1024);
     }
     return result;
@@ -26,7 +27,8 @@ bool HashTable::init(std::uint32_t requestedMegabytes) {
     entryCount = (megabytes << 20) >> 4;
     indexMask  = entryCount - 1;
     dirty      = 0;
-    if (entryCount == 0) return true; // no table: probes miss, stores do nothing
+    if (entryCount == 0)
+        return true; // no table: probes miss, stores do nothing
     entries = static_cast<HashEntry*>(std::calloc(entryCount, sizeof(HashEntry)));
     if (!entries) {
         trace("HashTable : out of memory");
@@ -37,7 +39,8 @@ bool HashTable::init(std::uint32_t requestedMegabytes) {
 }
 
 void HashTable::clear() {
-    if (entries) std::memset(entries, 0, std::size_t(entryCount) * sizeof(HashEntry));
+    if (entries)
+        std::memset(entries, 0, std::size_t(entryCount) * sizeof(HashEntry));
 }
 
 void HashTable::release() {

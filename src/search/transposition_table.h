@@ -3,9 +3,9 @@
 // transposition_table.cpp; the searches probe and store it inline.
 #pragma once
 
-#include <cstdint>
-
 #include "board/types.h"
+
+#include <cstdint>
 
 enum BoundType : std::uint32_t { BOUND_EXACT = 0, BOUND_UPPER = 1, BOUND_LOWER = 2 };
 
@@ -19,21 +19,25 @@ static_assert(sizeof(HashEntry) == 16, "four entries share a cache line");
 
 // Packing of the info word.
 constexpr std::uint32_t packInfo(BoundType bound, int depth, int score) {
-    return std::uint32_t(bound) | (std::uint32_t(depth) & 0xFF) << 2 |
-           (score < 0 ? 0x10000u : 0u) | std::uint32_t(score < 0 ? -score : score) << 17;
+    return std::uint32_t(bound) | (std::uint32_t(depth) & 0xFF) << 2 | (score < 0 ? 0x10000u : 0u) |
+           std::uint32_t(score < 0 ? -score : score) << 17;
 }
-constexpr BoundType infoBound(std::uint32_t info) { return BoundType(info & 3); }
-constexpr int infoDepth(std::uint32_t info) { return int((info >> 2) & 0xFF); }
+constexpr BoundType infoBound(std::uint32_t info) {
+    return BoundType(info & 3);
+}
+constexpr int infoDepth(std::uint32_t info) {
+    return int((info >> 2) & 0xFF);
+}
 constexpr int infoScore(std::uint32_t info) {
     return (info & 0x10000) ? -int(info >> 17) : int(info >> 17);
 }
 
 struct HashTable {
-    HashEntry* entries        = nullptr;
-    std::uint32_t entryCount  = 0;
-    std::uint32_t indexMask   = 0;
-    std::uint8_t dirty        = 0;
-    std::uint32_t megabytes   = 0; // the rounded size actually allocated
+    HashEntry* entries       = nullptr;
+    std::uint32_t entryCount = 0;
+    std::uint32_t indexMask  = 0;
+    std::uint8_t dirty       = 0;
+    std::uint32_t megabytes  = 0; // the rounded size actually allocated
 
     // Sizes the table from a request in megabytes (rounded as the engine always has: 0, 1
     // and anything above 2048 give no table) and allocates it zeroed.
@@ -43,16 +47,17 @@ struct HashTable {
 
     // A table of 0 entries is never indexed: probes miss and stores do nothing.
     const HashEntry* probe(std::uint64_t key) const {
-        if (!entries) return nullptr;
+        if (!entries)
+            return nullptr;
         const HashEntry& e = entries[std::uint32_t(key) & indexMask];
         return e.keyLow == std::uint32_t(key) && e.keyHigh == std::uint32_t(key >> 32) ? &e
                                                                                        : nullptr;
     }
     void store(std::uint64_t key, Move move, BoundType bound, int depth, int score) {
-        if (!entries) return;
+        if (!entries)
+            return;
         HashEntry& e = entries[std::uint32_t(key) & indexMask];
-        e            = {std::uint32_t(key), std::uint32_t(key >> 32), move,
-                        packInfo(bound, depth, score)};
+        e = {std::uint32_t(key), std::uint32_t(key >> 32), move, packInfo(bound, depth, score)};
     }
 };
 

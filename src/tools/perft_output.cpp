@@ -1,11 +1,11 @@
 // Writes perft tables and divide listings in the engine's console format.
 #include "tools/perft_output.h"
 
-#include <cinttypes>
-#include <cstdio>
-
 #include "board/chess_board.h"
 #include "engine/send_command.h"
+
+#include <cinttypes>
+#include <cstdio>
 
 void printPerftTable(ChessBoard& board, int maxDepth) {
     board.perftCounters = {};

@@ -20,13 +20,17 @@ std::int64_t performanceCounter() {
         .count();
 }
 
-std::int64_t performanceFrequency() { return 1000000000; }
+std::int64_t performanceFrequency() {
+    return 1000000000;
+}
 
 int profileEnter(const char* name) {
     int handle = 0;
-    while (handle < sectionCount && std::strcmp(sections[handle].name, name) != 0) ++handle;
+    while (handle < sectionCount && std::strcmp(sections[handle].name, name) != 0)
+        ++handle;
     if (handle == sectionCount) {
-        if (sectionCount == MAX_PROFILE_SECTIONS) return -1;
+        if (sectionCount == MAX_PROFILE_SECTIONS)
+            return -1;
         sections[sectionCount++] = {name, 0, INT64_MAX, 0, 0};
     }
     enteredAt[handle] = performanceCounter();
@@ -34,24 +38,29 @@ int profileEnter(const char* name) {
 }
 
 void profileLeave(int handle) {
-    if (handle < 0 || handle >= sectionCount) return;
+    if (handle < 0 || handle >= sectionCount)
+        return;
     std::int64_t ticks = performanceCounter() - enteredAt[handle];
     ProfileSection& s  = sections[handle];
     s.totalTicks += ticks;
-    if (ticks < s.shortestTicks) s.shortestTicks = ticks;
-    if (ticks > s.longestTicks) s.longestTicks = ticks;
+    if (ticks < s.shortestTicks)
+        s.shortestTicks = ticks;
+    if (ticks > s.longestTicks)
+        s.longestTicks = ticks;
     ++s.calls;
 }
 
-void resetProfile() { sectionCount = 0; }
+void resetProfile() {
+    sectionCount = 0;
+}
 
 void printProfile() {
     std::printf("Name, Count, Total Time, Average Time, Min, Max\n");
     const double toMicros = 1000000.0 / double(performanceFrequency());
     for (int i = 0; i < sectionCount; ++i) {
         const ProfileSection& s = sections[i];
-        double total = double(s.totalTicks) * toMicros;
-        double average = total / s.calls; // a section never left has no average, as ever
+        double total            = double(s.totalTicks) * toMicros;
+        double average          = total / s.calls; // a section never left has no average, as ever
         char count[32], totalText[64], averageText[64], minText[64], maxText[64];
         std::snprintf(count, sizeof count, "%8d", s.calls);
         std::snprintf(totalText, sizeof totalText, "%8.6f", total);

@@ -2,11 +2,11 @@
 // hash size from the configuration file, the tables, a new game.
 #include "tools/test_modes.h"
 
-#include <cstdio>
-
 #include "engine/config.h"
 #include "engine/front_end.h"
 #include "tools/perft_output.h"
+
+#include <cstdio>
 
 namespace {
 
@@ -32,14 +32,16 @@ void tearDownEngine() {
 
 int runPerftMode(int depth, const char* fen) {
     const bool ready = setUpEngine(fen);
-    if (ready) printPerftTable(*board, depth);
+    if (ready)
+        printPerftTable(*board, depth);
     tearDownEngine();
     return ready ? 1 : 0;
 }
 
 int runDivideMode(int depth, const char* fen) {
     const bool ready = setUpEngine(fen);
-    if (ready) printDivideListing(*board, depth);
+    if (ready)
+        printDivideListing(*board, depth);
     tearDownEngine();
     return ready ? 1 : 0;
 }

@@ -2,5 +2,5 @@
 #pragma once
 
 // Each returns the exit status: 1 after a run, 0 when the FEN was rejected.
-int runPerftMode(int depth, const char* fen);   // fen may be null: the initial position
+int runPerftMode(int depth, const char* fen); // fen may be null: the initial position
 int runDivideMode(int depth, const char* fen);

@@ -1,8 +1,8 @@
 // FEN acceptance and rejection by the engine's own rules, and what an accepted FEN sets.
+#include "test_support.h"
+
 #include <gtest/gtest.h>
 #include <random>
-
-#include "test_support.h"
 
 TEST(Fen, StartPositionEqualsNewGame) {
     auto fromFen = boardFrom(START_FEN);
@@ -43,12 +43,12 @@ TEST(Fen, AcceptsAndRejectsByTheEngineRules) {
         {"rnbqkbnr/pppppppp/p7/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1", false}, // nine black pawns
         {"rnbqkbnr/pppppppp/8/8/8/P7/PPPPPPPP/RNBQKBNR w KQkq - 0 1", true},  // nine white pawns
         {"4k3/8/8/8/8/8/8/QQQQQQQQ w - - 0 1", true},
-        {"4k3/8/8/8/8/8/Q7/QQQQQQQQ w - - 0 1", true},                        // nine queens
-        {"4k3/8/8/8/8/Q7/Q7/QQQQQQQQ w - - 0 1", false},                      // ten
-        {"4k2k/8/8/8/8/8/8/4K3 w - - 0 1", false},                            // two black kings
-        {"4k3/8/8/8/8/8/8/3KK3 w - - 0 1", true},                             // two white kings
-        {"8/8/8/8/8/8/8/8 w - - 0 1", true},                                  // no kings at all
-        {"P3k3/8/8/8/8/8/8/4K2p b - - 0 1", true},                            // pawns on the edges
+        {"4k3/8/8/8/8/8/Q7/QQQQQQQQ w - - 0 1", true},   // nine queens
+        {"4k3/8/8/8/8/Q7/Q7/QQQQQQQQ w - - 0 1", false}, // ten
+        {"4k2k/8/8/8/8/8/8/4K3 w - - 0 1", false},       // two black kings
+        {"4k3/8/8/8/8/8/8/3KK3 w - - 0 1", true},        // two white kings
+        {"8/8/8/8/8/8/8/8 w - - 0 1", true},             // no kings at all
+        {"P3k3/8/8/8/8/8/8/4K2p b - - 0 1", true},       // pawns on the edges
         {"", false},
         {"rnbqkbnr", false},
         {"4k3/8/8/8/8/8/8/4K3 w - - 0 1 moves e2e4", true},
@@ -66,7 +66,7 @@ TEST(Fen, FieldsEndUpOnTheBoard) {
     EXPECT_EQ(board->epFile, 4);
     EXPECT_EQ(board->hashKey, board->computeKey());
     board = boardFrom("4k3/8/8/8/8/8/8/4K3 b Kq e 300 1");
-    EXPECT_EQ(board->epFile, 5);         // a file letter alone is enough
+    EXPECT_EQ(board->epFile, 5); // a file letter alone is enough
     EXPECT_EQ(board->fiftyCounter, 300 & 255);
     EXPECT_EQ(board->castleRights, 1 | 8); // taken as written, whatever the pieces say
     EXPECT_EQ(board->sideToMove, BLACK);
@@ -80,7 +80,8 @@ TEST(Fen, FieldsEndUpOnTheBoard) {
 TEST(Fen, RejectionLeavesTheBoardAlone) {
     auto board         = boardFrom(KIWIPETE_FEN);
     const Position was = *board;
-    EXPECT_EQ(board->setPosition("r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq"), 0);
+    EXPECT_EQ(board->setPosition("r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq"),
+              0);
     EXPECT_TRUE(samePosition(*board, was));
 }
 
@@ -102,21 +103,31 @@ TEST(Fen, BadTextNeverCorruptsTheBoard) {
     auto board                 = std::make_unique<SilentBoard>();
     board->initTables(0);
     std::vector<std::string> seeds = {START_FEN, KIWIPETE_FEN};
-    for (const PerftCase& c : loadPerftSuite("tricky.perft")) seeds.push_back(c.fen);
+    for (const PerftCase& c : loadPerftSuite("tricky.perft"))
+        seeds.push_back(c.fen);
     for (int trial = 0; trial < 20000; ++trial) {
         std::string text = seeds[random() % seeds.size()];
         switch (trial % 4) {
-        case 0: text.resize(random() % (text.size() + 1)); break;
-        case 1: text[random() % text.size()] = alphabet[random() % alphabet.size()]; break;
-        case 2: text.insert(random() % text.size(), 1, alphabet[random() % alphabet.size()]); break;
+        case 0:
+            text.resize(random() % (text.size() + 1));
+            break;
+        case 1:
+            text[random() % text.size()] = alphabet[random() % alphabet.size()];
+            break;
+        case 2:
+            text.insert(random() % text.size(), 1, alphabet[random() % alphabet.size()]);
+            break;
         default:
             text.clear();
-            for (int i = int(random() % 80); i > 0; --i) text += alphabet[random() % alphabet.size()];
+            for (int i = int(random() % 80); i > 0; --i)
+                text += alphabet[random() % alphabet.size()];
         }
-        if (!board->setPosition(text.c_str())) continue;
+        if (!board->setPosition(text.c_str()))
+            continue;
         // A position without a king keeps the default king square; nothing else may differ.
         for (const char* message : board->checkConsistency())
-            ASSERT_EQ(std::string(message).rfind("bad king position", 0), 0u) << text << ": " << message;
+            ASSERT_EQ(std::string(message).rfind("bad king position", 0), 0u)
+                << text << ": " << message;
         const Position before = *board;
         board->perft(2, 0);
         ASSERT_TRUE(samePosition(*board, before)) << text;

@@ -1,9 +1,9 @@
 // Make and unmake: every field restored, the incremental key equal to a key computed from
 // scratch, and the special moves' side effects.
+#include "test_support.h"
+
 #include <gtest/gtest.h>
 #include <random>
-
-#include "test_support.h"
 
 namespace {
 
@@ -26,12 +26,14 @@ void walkRandomGames(const std::string& fen, std::mt19937& random, int games, in
                 ASSERT_TRUE(samePosition(*board, before)) << fen;
             }
             const std::vector<Move> legal = legalMoves(*board);
-            if (legal.empty()) break;
+            if (legal.empty())
+                break;
             const Move m = legal[random() % legal.size()];
             ASSERT_EQ(board->makeMove(m), 1);
             played.push_back(m);
         }
-        for (auto it = played.rbegin(); it != played.rend(); ++it) board->unmakeMove(*it);
+        for (auto it = played.rbegin(); it != played.rend(); ++it)
+            board->unmakeMove(*it);
         board->inCheck = board->sideToMoveInCheck(); // generation wrote the last node's flag
         auto fresh     = boardFrom(fen);
         ASSERT_TRUE(samePosition(*board, *fresh)) << fen;
@@ -43,9 +45,11 @@ void walkRandomGames(const std::string& fen, std::mt19937& random, int games, in
 TEST(MakeUnmake, RandomGamesRestoreEveryField) {
     std::mt19937 random(3);
     walkRandomGames(START_FEN, random, 30, 120);
-    for (const PerftCase& c : loadPerftSuite("tricky.perft")) walkRandomGames(c.fen, random, 5, 60);
+    for (const PerftCase& c : loadPerftSuite("tricky.perft"))
+        walkRandomGames(c.fen, random, 5, 60);
     const std::vector<PerftCase> randomSuite = loadPerftSuite("random.perft");
-    for (std::size_t i = 0; i < randomSuite.size(); i += 97) walkRandomGames(randomSuite[i].fen, random, 1, 40);
+    for (std::size_t i = 0; i < randomSuite.size(); i += 97)
+        walkRandomGames(randomSuite[i].fen, random, 1, 40);
 }
 
 TEST(MakeUnmake, IllegalMoveIsMadeAndUndoneExactly) {
@@ -126,7 +130,8 @@ TEST(GameRecord, PlayedMovesCanBeTakenBack) {
     EXPECT_EQ(board->repetitionTop, 4);
     EXPECT_TRUE(board->repetitionStack[3].irreversible);
     EXPECT_EQ(board->takenCount[BLACK], 1);
-    for (int i = 0; i < 3; ++i) EXPECT_EQ(board->takeBackGameMove(), 1);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(board->takeBackGameMove(), 1);
     EXPECT_EQ(board->takeBackGameMove(), 0);
     auto fresh = boardFrom(START_FEN);
     EXPECT_TRUE(samePosition(*board, *fresh));

@@ -1,8 +1,8 @@
 // Moves written as text and read back, and the readers' deliberate habits.
+#include "test_support.h"
+
 #include <gtest/gtest.h>
 #include <random>
-
-#include "test_support.h"
 
 namespace {
 
@@ -48,9 +48,11 @@ TEST(MoveText, SanDisambiguates) {
 // Every legal move of many positions, written in SAN and read back, names the same move.
 TEST(MoveText, SanRoundTrips) {
     std::vector<std::string> fens = {START_FEN, KIWIPETE_FEN};
-    for (const PerftCase& c : loadPerftSuite("tricky.perft")) fens.push_back(c.fen);
+    for (const PerftCase& c : loadPerftSuite("tricky.perft"))
+        fens.push_back(c.fen);
     const std::vector<PerftCase> randomSuite = loadPerftSuite("random.perft");
-    for (std::size_t i = 0; i < randomSuite.size(); i += 23) fens.push_back(randomSuite[i].fen);
+    for (std::size_t i = 0; i < randomSuite.size(); i += 23)
+        fens.push_back(randomSuite[i].fen);
     for (const std::string& fen : fens) {
         auto board = boardFrom(fen);
         for (Move m : legalMoves(*board)) {
@@ -120,13 +122,14 @@ TEST(MoveText, CoordinateReader) {
 }
 
 TEST(MoveText, ReadersSurviveAnyText) {
-    auto board = boardFrom(KIWIPETE_FEN);
-    const Position was = *board;
+    auto board                 = boardFrom(KIWIPETE_FEN);
+    const Position was         = *board;
     const std::string alphabet = "abcdefghi0123456789xX=+#-OKQRBNPqrbnp \t";
     std::mt19937 random(5);
     for (int trial = 0; trial < 20000; ++trial) {
         std::string text;
-        for (int i = int(random() % 12); i > 0; --i) text += alphabet[random() % alphabet.size()];
+        for (int i = int(random() % 12); i > 0; --i)
+            text += alphabet[random() % alphabet.size()];
         Move m;
         board->sanToMove(text.c_str(), m);
         if (board->playCoordinateMove(text.c_str())) {

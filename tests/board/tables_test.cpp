@@ -1,14 +1,15 @@
 // The rotated-bitboard lookups against the slow line walker, for random occupancies.
+#include "board/position.h"
+
 #include <gtest/gtest.h>
 #include <random>
-
-#include "board/position.h"
 
 namespace {
 
 Position withOccupancy(Bitboard occupied) {
     Position p{};
-    for (Bitboard b = occupied; b;) p.flipOccupancy(popLowest(b));
+    for (Bitboard b = occupied; b;)
+        p.flipOccupancy(popLowest(b));
     return p;
 }
 
@@ -20,14 +21,19 @@ TEST(Tables, SlidingLookupsMatchTheWalker) {
     for (int trial = 0; trial < 2000; ++trial) {
         // Sparse and dense boards both: AND-ing random words thins them out.
         Bitboard occupied = random();
-        if (trial % 2) occupied &= random();
-        if (trial % 3 == 0) occupied &= random() & random();
+        if (trial % 2)
+            occupied &= random();
+        if (trial % 3 == 0)
+            occupied &= random() & random();
         const Position p = withOccupancy(occupied);
         for (Square s = 0; s < 64; ++s) {
-            ASSERT_EQ(p.rankAttacks(s), slideAlong(s, 1, 0, occupied) | slideAlong(s, -1, 0, occupied));
-            ASSERT_EQ(p.fileAttacks(s), slideAlong(s, 0, 1, occupied) | slideAlong(s, 0, -1, occupied));
-            ASSERT_EQ(p.bishopAttacks(s), slideAlong(s, 1, 1, occupied) | slideAlong(s, -1, -1, occupied) |
-                                              slideAlong(s, 1, -1, occupied) | slideAlong(s, -1, 1, occupied))
+            ASSERT_EQ(p.rankAttacks(s),
+                      slideAlong(s, 1, 0, occupied) | slideAlong(s, -1, 0, occupied));
+            ASSERT_EQ(p.fileAttacks(s),
+                      slideAlong(s, 0, 1, occupied) | slideAlong(s, 0, -1, occupied));
+            ASSERT_EQ(p.bishopAttacks(s),
+                      slideAlong(s, 1, 1, occupied) | slideAlong(s, -1, -1, occupied) |
+                          slideAlong(s, 1, -1, occupied) | slideAlong(s, -1, 1, occupied))
                 << "square " << s << " occupancy " << std::hex << occupied;
         }
     }

@@ -1,11 +1,10 @@
 // The key generator and the keys it makes.
-#include <gtest/gtest.h>
+#include "board/mt19937.h"
+#include "test_support.h"
 
 #include <algorithm>
 #include <cstring>
-
-#include "board/mt19937.h"
-#include "test_support.h"
+#include <gtest/gtest.h>
 
 TEST(Zobrist, GeneratorMatchesTheReferenceOutputs) {
     // The published test vector of MT19937's array seeding.
@@ -14,10 +13,12 @@ TEST(Zobrist, GeneratorMatchesTheReferenceOutputs) {
     generator.seedArray(seed, 4);
     const std::uint32_t expected[] = {1067595299u, 955945823u, 477289528u, 4107218783u,
                                       4228976476u};
-    for (std::uint32_t value : expected) EXPECT_EQ(generator.next(), value);
+    for (std::uint32_t value : expected)
+        EXPECT_EQ(generator.next(), value);
     // Unseeded, the generator starts from 5489: its 10000th output is 4123659995.
     Mt19937 unseeded;
-    for (int i = 0; i < 9999; ++i) unseeded.next();
+    for (int i = 0; i < 9999; ++i)
+        unseeded.next();
     EXPECT_EQ(unseeded.next(), 4123659995u);
 }
 
@@ -46,7 +47,8 @@ TEST(Zobrist, KeysFollowTheGeneratorInOrder) {
     Mt19937 generator;
     generator.seedArray(seed, 4);
     std::vector<std::uint64_t> drawn(785);
-    for (auto& key : drawn) key = generator.next64();
+    for (auto& key : drawn)
+        key = generator.next64();
     auto board = boardFrom(START_FEN);
     EXPECT_EQ(board->pieceKeyOf(BLACK, PAWN, 0), drawn[0]);
     EXPECT_EQ(board->pieceKeyOf(WHITE, PAWN, 0), drawn[6 * 64]);

@@ -1,7 +1,7 @@
 // The attack toolkit beyond plain attack tests: x-rays, pins, insufficient material, sorting.
-#include <gtest/gtest.h>
-
 #include "test_support.h"
+
+#include <gtest/gtest.h>
 
 TEST(Attacks, XRayThroughTheRemovedPiece) {
     // The king on e1 checked along the e-file: e1 is "safe" from the rook until the king
@@ -22,13 +22,13 @@ TEST(Attacks, PinsAlongEveryKindOfLine) {
         bool pinned;
     };
     const Case cases[] = {
-        {"4r1k1/8/8/8/8/8/4N3/4K3 w - - 0 1", 12, true},   // file
-        {"6k1/8/8/8/8/8/8/r2NK3 w - - 0 1", 3, true},      // rank
-        {"6k1/8/8/b7/8/8/3N4/4K3 w - - 0 1", 11, true},    // a8-h1 diagonal
-        {"6k1/8/8/8/7b/8/5N2/4K3 w - - 0 1", 13, true},    // a1-h8 diagonal
-        {"6k1/8/8/r7/8/8/3N4/4K3 w - - 0 1", 11, false},   // a rook does not pin diagonally
+        {"4r1k1/8/8/8/8/8/4N3/4K3 w - - 0 1", 12, true},    // file
+        {"6k1/8/8/8/8/8/8/r2NK3 w - - 0 1", 3, true},       // rank
+        {"6k1/8/8/b7/8/8/3N4/4K3 w - - 0 1", 11, true},     // a8-h1 diagonal
+        {"6k1/8/8/8/7b/8/5N2/4K3 w - - 0 1", 13, true},     // a1-h8 diagonal
+        {"6k1/8/8/r7/8/8/3N4/4K3 w - - 0 1", 11, false},    // a rook does not pin diagonally
         {"4r1k1/8/8/8/4n3/8/4N3/4K3 w - - 0 1", 12, false}, // shielded by another piece
-        {"6k1/8/8/8/8/8/8/2N1K3 w - - 0 1", 2, false},     // no slider behind
+        {"6k1/8/8/8/8/8/8/2N1K3 w - - 0 1", 2, false},      // no slider behind
     };
     for (const Case& c : cases) {
         auto board = boardFrom(c.fen);
@@ -42,16 +42,13 @@ TEST(Attacks, InsufficientMaterial) {
         bool cannotWin;
     };
     const Case cases[] = {
-        {"4k3/8/8/8/8/8/8/4K3 w - - 0 1", true},
-        {"4k3/8/8/8/8/8/8/4KN2 w - - 0 1", true},
-        {"4k3/8/8/8/8/8/8/3NKN2 w - - 0 1", true},
-        {"4k3/8/8/8/8/8/8/4KB2 w - - 0 1", true},
-        {"4k3/8/8/8/8/8/8/3BKN2 w - - 0 1", false},
-        {"4k3/8/8/8/8/8/8/3BKB2 w - - 0 1", false},
-        {"4k3/8/8/8/8/8/P7/4K3 w - - 0 1", false},
-        {"4k3/8/8/8/8/8/8/4K2R w - - 0 1", false},
+        {"4k3/8/8/8/8/8/8/4K3 w - - 0 1", true},    {"4k3/8/8/8/8/8/8/4KN2 w - - 0 1", true},
+        {"4k3/8/8/8/8/8/8/3NKN2 w - - 0 1", true},  {"4k3/8/8/8/8/8/8/4KB2 w - - 0 1", true},
+        {"4k3/8/8/8/8/8/8/3BKN2 w - - 0 1", false}, {"4k3/8/8/8/8/8/8/3BKB2 w - - 0 1", false},
+        {"4k3/8/8/8/8/8/P7/4K3 w - - 0 1", false},  {"4k3/8/8/8/8/8/8/4K2R w - - 0 1", false},
     };
-    for (const Case& c : cases) EXPECT_EQ(boardFrom(c.fen)->cannotWin(WHITE), c.cannotWin) << c.fen;
+    for (const Case& c : cases)
+        EXPECT_EQ(boardFrom(c.fen)->cannotWin(WHITE), c.cannotWin) << c.fen;
 }
 
 TEST(Attacks, SortOrdersBySlice) {

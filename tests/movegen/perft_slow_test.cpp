@@ -1,7 +1,7 @@
 // Deep perft: every random position to four plies and the tricky ones to their last depth.
-#include <gtest/gtest.h>
-
 #include "test_support.h"
+
+#include <gtest/gtest.h>
 
 TEST(PerftDeep, RandomPositionsToFourPlies) {
     const std::vector<PerftCase> suite = loadPerftSuite("random.perft");
@@ -19,7 +19,8 @@ TEST(PerftDeep, TrickyPositionsToTheirLastDepth) {
     auto board = std::make_unique<SilentBoard>();
     board->initTables(0);
     for (const PerftCase& c : loadPerftSuite("tricky.perft")) {
-        if (!hasStandardCastling(c.fen)) continue;
+        if (!hasStandardCastling(c.fen))
+            continue;
         ASSERT_EQ(board->setPosition(c.fen.c_str()), 1) << c.fen;
         EXPECT_EQ(board->perft(int(c.counts.size()), 0), c.counts.back()) << c.id;
     }

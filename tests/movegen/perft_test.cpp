@@ -1,7 +1,7 @@
 // Perft counts are the strongest check of generation, make and unmake together.
-#include <gtest/gtest.h>
-
 #include "test_support.h"
+
+#include <gtest/gtest.h>
 
 namespace {
 
@@ -12,7 +12,8 @@ void expectSuite(const std::string& file, std::size_t maxDepth) {
     auto board = std::make_unique<SilentBoard>();
     board->initTables(0);
     for (const PerftCase& c : suite) {
-        if (!hasStandardCastling(c.fen)) continue;
+        if (!hasStandardCastling(c.fen))
+            continue;
         ASSERT_EQ(board->setPosition(c.fen.c_str()), 1) << c.id << ": " << c.fen;
         for (std::size_t d = 1; d <= std::min(maxDepth, c.counts.size()); ++d)
             ASSERT_EQ(board->perft(int(d), 0), c.counts[d - 1]) << c.id << " depth " << d;
@@ -21,9 +22,13 @@ void expectSuite(const std::string& file, std::size_t maxDepth) {
 
 } // namespace
 
-TEST(Perft, TrickyPositionsToFourPlies) { expectSuite("tricky.perft", 4); }
+TEST(Perft, TrickyPositionsToFourPlies) {
+    expectSuite("tricky.perft", 4);
+}
 
-TEST(Perft, RandomPositionsToThreePlies) { expectSuite("random.perft", 3); }
+TEST(Perft, RandomPositionsToThreePlies) {
+    expectSuite("random.perft", 3);
+}
 
 TEST(Perft, DepthZeroIsOneNode) {
     auto board = boardFrom(START_FEN);
@@ -42,7 +47,8 @@ TEST(Perft, StatisticsCountEveryKindOfLeaf) {
         {START_FEN, 4, {197281, 1576, 0, 469, 8, 0, 0}},
         {KIWIPETE_FEN, 3, {97862, 17102, 45, 993, 1, 0, 3162}},
         {"8/2p5/3p4/KP5r/1R3p1k/8/4P1P1/8 w - - 0 1", 5, {674624, 52051, 1165, 52950, 0, 0, 0}},
-        {"r3k2r/Pppp1ppp/1b3nbN/nP6/BBP1P3/q4N2/Pp1P2PP/R2Q1RK1 w kq - 0 1", 3,
+        {"r3k2r/Pppp1ppp/1b3nbN/nP6/BBP1P3/q4N2/Pp1P2PP/R2Q1RK1 w kq - 0 1",
+         3,
          {9467, 1021, 4, 38, 22, 120, 0}},
     };
     for (const Row& row : rows) {
@@ -66,7 +72,8 @@ TEST(Perft, DivideListsLegalRootMovesWithTheirLeaves) {
     const int rows = board->divide(3);
     ASSERT_EQ(rows, 20);
     std::uint64_t total = 0;
-    for (int i = 0; i < rows; ++i) total += board->divideRows[i].count;
+    for (int i = 0; i < rows; ++i)
+        total += board->divideRows[i].count;
     EXPECT_EQ(total, 8902u);
     EXPECT_STREQ(board->divideRows[0].text, "Nb1-a3");
 

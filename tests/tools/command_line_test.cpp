@@ -1,9 +1,9 @@
 // The command-line modes, run as a user runs them: output formats and exit status.
-#include <gtest/gtest.h>
-#include <sstream>
-
 #include "test_process.h"
 #include "test_support.h"
+
+#include <gtest/gtest.h>
+#include <sstream>
 
 namespace {
 
@@ -21,17 +21,24 @@ TEST(CommandLine, PerftTableFromTheStart) {
     const ProcessResult r = runProcess(pellix("-perft 5"));
     EXPECT_EQ(r.status, 1);
     EXPECT_EQ(r.output, std::string(PERFT_HEADER) +
-                            " 1.           20            0            0            0            0            0            0\n"
-                            " 2.          400            0            0            0            0            0            0\n"
-                            " 3.         8902           34            0           12            0            0            0\n"
-                            " 4.       197281         1576            0          469            8            0            0\n"
-                            " 5.      4865609        82719          258        27351          347            0            0\n");
+                            " 1.           20            0            0            0            0  "
+                            "          0            0\n"
+                            " 2.          400            0            0            0            0  "
+                            "          0            0\n"
+                            " 3.         8902           34            0           12            0  "
+                            "          0            0\n"
+                            " 4.       197281         1576            0          469            8  "
+                            "          0            0\n"
+                            " 5.      4865609        82719          258        27351          347  "
+                            "          0            0\n");
 }
 
 TEST(CommandLine, PerftTableFromAFen) {
-    const ProcessResult r = runProcess(pellix(std::string("-perft 4 -fen \"") + KIWIPETE_FEN + "\""));
+    const ProcessResult r =
+        runProcess(pellix(std::string("-perft 4 -fen \"") + KIWIPETE_FEN + "\""));
     EXPECT_EQ(r.status, 1);
-    EXPECT_NE(r.output.find(" 4.      4085603       757163         1929        25523           43        15172       128013\n"),
+    EXPECT_NE(r.output.find(" 4.      4085603       757163         1929        25523           43  "
+                            "      15172       128013\n"),
               std::string::npos)
         << r.output;
 }
@@ -62,7 +69,8 @@ TEST(CommandLine, BadFenAndFallThrough) {
     EXPECT_EQ(r.status, 0);
 
     // Wrong shapes start the interactive engine, which greets first.
-    for (const char* arguments : {"", "-perft", "-perft 3 -fen", "-perft 3 -xfen x", "-divide 2 3"}) {
+    for (const char* arguments :
+         {"", "-perft", "-perft 3 -fen", "-perft 3 -xfen x", "-divide 2 3"}) {
         r = runProcess(pellix(arguments), "quit\n");
         EXPECT_EQ(r.output.rfind("Pellix 1.1b by Anselm KORVEL\n", 0), 0u) << arguments;
         EXPECT_EQ(r.status, 1) << arguments;
