@@ -7,7 +7,7 @@ namespace {
 
 // Squares named from White's side; Black reads them with the rank flipped.
 constexpr Square A1 = 0, B1 = 1, C1 = 2, F1 = 5, G1 = 6, H1 = 7;
-constexpr Square D2 = 11, E2 = 12, B3 = 17, D3 = 19, E3 = 20, G3 = 22;
+constexpr Square D2 = 11, E2 = 12, D3 = 19, E3 = 20;
 constexpr Square B6 = 41, G6 = 46, A7 = 48, H7 = 55;
 
 template <Color Us> int developmentPenalty(const Position& p) {
