@@ -3,8 +3,6 @@
 
 #include "engine/chess_board_uci.h"
 
-int mateInMoves(int score) {
-    return score;
-}
+int mateInMoves(int score) { return score; }
 
 void ChessBoardUCI::printSearchInfo(int, const PrincipalVariation&, std::uint64_t, double) {}

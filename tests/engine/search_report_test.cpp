@@ -1,4 +1,4 @@
 // The search reports in their three dialects.
-#include "engine/search_report.h"
-
 #include <gtest/gtest.h>
+
+#include "engine/search_report.h"
