@@ -60,57 +60,58 @@ const char* keywordValue(const char* text, int& value) {
     return text + std::strcspn(text, " ");
 }
 
+enum GoValue { DEPTH, NODES, MOVETIME, MOVESTOGO, WTIME, BTIME, WINC, BINC };
+
+void applyGoValue(GoValue keyword, int value) {
+    switch (keyword) {
+    case DEPTH:
+        board->setTimeMode(TIME_DEPTH, value);
+        break;
+    case NODES:
+        board->setTimeMode(TIME_NODES, value);
+        break;
+    case MOVETIME:
+        board->setTimeMode(TIME_MOVETIME, budgetMicroseconds(std::int64_t(value) * 1000));
+        break;
+    case MOVESTOGO:
+        board->movesToGo = value;
+        board->setTimeMode(TIME_CLOCK);
+        break;
+    case WTIME:
+    case BTIME:
+        board->remainingTime[keyword == WTIME ? WHITE : BLACK] = clockMilliseconds(value);
+        board->setTimeMode(TIME_CLOCK);
+        break;
+    case WINC:
+        board->increment[WHITE] = value;
+        trace("white inc = %d", value);
+        break;
+    case BINC:
+        board->increment[BLACK] = value;
+        trace("black inc = %d", value);
+        break;
+    }
+}
+
 // One keyword of "go" at text; answers where the parse goes on, or null to end it.
 const char* goKeyword(const char* text) {
-    struct Keyword {
+    static const struct {
         const char* name;
-        int action;
-    };
-    static const Keyword keywords[] = {{"depth ", 0},     {"nodes ", 1}, {"movetime ", 2},
-                                       {"movestogo ", 3}, {"wtime ", 4}, {"btime ", 5},
-                                       {"winc ", 6},      {"binc ", 7}};
+        GoValue keyword;
+    } KEYWORDS[] = {{"depth ", DEPTH},         {"nodes ", NODES}, {"movetime ", MOVETIME},
+                    {"movestogo ", MOVESTOGO}, {"wtime ", WTIME}, {"btime ", BTIME},
+                    {"winc ", WINC},           {"binc ", BINC}};
     if (startsWith(text, "infinite")) {
         board->setTimeMode(TIME_INFINITE, 0);
         return text + std::strcspn(text, " ");
     }
-    for (const Keyword& k : keywords) {
+    for (const auto& k : KEYWORDS) {
         if (!startsWith(text, k.name))
             continue;
         int value        = 0;
         const char* next = keywordValue(text + std::strlen(k.name), value);
-        if (!next)
-            return nullptr;
-        switch (k.action) {
-        case 0:
-            board->setTimeMode(TIME_DEPTH, value);
-            break;
-        case 1:
-            board->setTimeMode(TIME_NODES, value);
-            break;
-        case 2:
-            board->setTimeMode(TIME_MOVETIME, budgetMicroseconds(std::int64_t(value) * 1000));
-            break;
-        case 3:
-            board->movesToGo = value;
-            board->setTimeMode(TIME_CLOCK);
-            break;
-        case 4:
-            board->remainingTime[WHITE] = clockMilliseconds(value);
-            board->setTimeMode(TIME_CLOCK);
-            break;
-        case 5:
-            board->remainingTime[BLACK] = clockMilliseconds(value);
-            board->setTimeMode(TIME_CLOCK);
-            break;
-        case 6:
-            board->increment[WHITE] = value;
-            trace("white inc = %d", value);
-            break;
-        case 7:
-            board->increment[BLACK] = value;
-            trace("black inc = %d", value);
-            break;
-        }
+        if (next)
+            applyGoValue(k.keyword, value);
         return next;
     }
     return text + std::strcspn(text, " "); // an unknown word
