@@ -2,10 +2,10 @@
 // comes back in it (a repeated position), so counts are numbers of games, as the book says.
 #include "book/book_builder.h"
 
+#include "book/game_moves.h"
+
 #include <algorithm>
 #include <cstdio>
-
-#include "book/game_moves.h"
 
 namespace {
 
@@ -17,10 +17,16 @@ std::uint8_t percentOf(std::uint32_t part, std::uint32_t whole) {
 
 SkipReason skipFor(GameMoveStatus status) {
     switch (status) {
-    case GAME_MOVE_OK: return SKIP_NONE;
-    case GAME_MOVE_UNREADABLE: return SKIP_UNREADABLE_MOVE;
-    case GAME_MOVE_ILLEGAL: return SKIP_ILLEGAL_MOVE;
-    case GAME_MOVE_AMBIGUOUS: return SKIP_AMBIGUOUS_MOVE;
+    case GAME_MOVE_OK:
+        return SKIP_NONE;
+    case GAME_MOVE_UNREADABLE:
+        return SKIP_UNREADABLE_MOVE;
+    case GAME_MOVE_NO_SUCH:
+        return SKIP_NO_SUCH_MOVE;
+    case GAME_MOVE_ILLEGAL:
+        return SKIP_ILLEGAL_MOVE;
+    case GAME_MOVE_AMBIGUOUS:
+        return SKIP_AMBIGUOUS_MOVE;
     }
     return SKIP_UNREADABLE_MOVE;
 }
@@ -29,12 +35,20 @@ SkipReason skipFor(GameMoveStatus status) {
 
 const char* skipReasonText(SkipReason reason) {
     switch (reason) {
-    case SKIP_MALFORMED: return "malformed PGN";
-    case SKIP_BAD_FEN: return "bad FEN tag";
-    case SKIP_UNREADABLE_MOVE: return "unreadable move";
-    case SKIP_ILLEGAL_MOVE: return "illegal move";
-    case SKIP_AMBIGUOUS_MOVE: return "ambiguous move";
-    default: return "none";
+    case SKIP_MALFORMED:
+        return "malformed PGN";
+    case SKIP_BAD_FEN:
+        return "bad FEN tag";
+    case SKIP_UNREADABLE_MOVE:
+        return "unreadable move";
+    case SKIP_NO_SUCH_MOVE:
+        return "no such move";
+    case SKIP_ILLEGAL_MOVE:
+        return "illegal move";
+    case SKIP_AMBIGUOUS_MOVE:
+        return "ambiguous move";
+    default:
+        return "none";
     }
 }
 
@@ -45,12 +59,14 @@ SkipReason BookBuilder::addGame(const PgnGame& game, std::string& detail) {
         return SKIP_MALFORMED;
     }
     line.clear();
-    if (const SkipReason reason = replay(game, detail); reason != SKIP_NONE) return reason;
+    if (const SkipReason reason = replay(game, detail); reason != SKIP_NONE)
+        return reason;
     for (std::size_t i = 0; i < line.size(); ++i) {
         const bool seen = std::any_of(line.begin(), line.begin() + i, [&](const Played& p) {
             return p.key == line[i].key && p.move == line[i].move;
         });
-        if (!seen) record(line[i], game.result);
+        if (!seen)
+            record(line[i], game.result);
     }
     return SKIP_NONE;
 }
@@ -71,18 +87,20 @@ SkipReason BookBuilder::replay(const PgnGame& game, std::string& detail) {
             detail = text;
             return skipFor(status);
         }
-        if (ply < std::size_t(options.plies)) line.push_back({board.hashKey, move});
+        if (ply < std::size_t(options.plies))
+            line.push_back({board.hashKey, move});
         // A legal move is refused only when the game record is full, thousands of plies past
         // anything a book keeps.
-        if (!board.playGameMove(move)) break;
+        if (!board.playGameMove(move))
+            break;
     }
     return SKIP_NONE;
 }
 
 void BookBuilder::record(const Played& played, GameResult result) {
     std::vector<MoveStats>& moves = table[played.key];
-    auto stats = std::find_if(moves.begin(), moves.end(),
-                              [&](const MoveStats& s) { return s.move == played.move; });
+    auto stats                    = std::find_if(moves.begin(), moves.end(),
+                                                 [&](const MoveStats& s) { return s.move == played.move; });
     if (stats == moves.end()) {
         moves.push_back({played.move, 0, 0, 0});
         stats = moves.end() - 1;
@@ -99,7 +117,8 @@ std::size_t BookBuilder::fillBook(OpeningBook& book) const {
     for (const auto& [key, moves] : table) {
         kept.clear();
         for (const MoveStats& s : moves)
-            if (s.games >= options.minGames) kept.push_back(s);
+            if (s.games >= options.minGames)
+                kept.push_back(s);
         // Most played first, so that a node with more than sixteen moves keeps the main ones;
         // ties keep the order the moves first appeared in.
         std::stable_sort(kept.begin(), kept.end(),

@@ -3,13 +3,13 @@
 // played from. Reading the PGN text is pgn_reader's job, writing the file the book's.
 #pragma once
 
+#include "board/chess_board.h"
+#include "book/pgn_reader.h"
+
 #include <cstdint>
 #include <string>
 #include <unordered_map>
 #include <vector>
-
-#include "board/chess_board.h"
-#include "book/pgn_reader.h"
 
 // Why a game was left out, for the tool's tally.
 enum SkipReason {
@@ -17,6 +17,7 @@ enum SkipReason {
     SKIP_MALFORMED,
     SKIP_BAD_FEN,
     SKIP_UNREADABLE_MOVE,
+    SKIP_NO_SUCH_MOVE,
     SKIP_ILLEGAL_MOVE,
     SKIP_AMBIGUOUS_MOVE,
     SKIP_REASONS

@@ -4,17 +4,20 @@
 #include "board/chess_board.h"
 
 bool ChessBoard::openBook(const char* path) {
-    if (!book.loadBook(path)) return false;
+    if (!book.loadBook(path))
+        return false;
     // A book written by the builder is sorted already; any other order would hide nodes from
     // the binary search.
-    if (!book.isSortedByKey()) book.sortByKey();
+    if (!book.isSortedByKey())
+        book.sortByKey();
     bookEnabled = true;
     return true;
 }
 
 Move ChessBoard::probeBook() {
     const Move wanted = chooseBookMove(book, std::uint32_t(hashKey), std::uint32_t(hashKey >> 32));
-    if (wanted == NO_MOVE) return NO_MOVE;
+    if (wanted == NO_MOVE)
+        return NO_MOVE;
     MoveEntry list[MAX_GENERATED];
     const std::uint8_t wasInCheck = inCheck;
     const int count               = generateMoves(list, sideToMoveInCheck());

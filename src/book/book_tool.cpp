@@ -1,15 +1,15 @@
 // pellix-book: makes the engine's opening book from PGN games and looks inside books. Problems
 // with the input go to standard error, listings and progress to standard output.
+#include "book/book_builder.h"
+#include "book/game_moves.h"
+#include "tools/silent_board.h"
+
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <sstream>
 #include <string>
-
-#include "book/book_builder.h"
-#include "book/game_moves.h"
-#include "tools/silent_board.h"
 
 namespace {
 
@@ -29,7 +29,8 @@ int usage() {
 
 bool readTextFile(const char* path, std::string& text) {
     std::ifstream in(path, std::ios::binary);
-    if (!in) return false;
+    if (!in)
+        return false;
     std::ostringstream contents;
     contents << in.rdbuf();
     text = contents.str();
@@ -44,11 +45,12 @@ bool parseCount(const char* text, long least, long& value) {
 }
 
 struct BuildTally {
-    int gamesRead                = 0;
-    int skipped[SKIP_REASONS]    = {};
+    int gamesRead             = 0;
+    int skipped[SKIP_REASONS] = {};
     int skippedTotal() const {
         int total = 0;
-        for (int n : skipped) total += n;
+        for (int n : skipped)
+            total += n;
         return total;
     }
 };
@@ -69,17 +71,22 @@ void printProgress(const BuildTally& tally, const BookBuilder& builder) {
 bool parseBuildOptions(int argc, char** argv, BookBuildOptions& options) {
     for (int i = 4; i < argc; i += 2) {
         long value;
-        if (i + 1 >= argc || !parseCount(argv[i + 1], 1, value)) return false;
-        if (std::strcmp(argv[i], "--plies") == 0) options.plies = int(value);
-        else if (std::strcmp(argv[i], "--min-games") == 0) options.minGames = std::uint32_t(value);
-        else return false;
+        if (i + 1 >= argc || !parseCount(argv[i + 1], 1, value))
+            return false;
+        if (std::strcmp(argv[i], "--plies") == 0)
+            options.plies = int(value);
+        else if (std::strcmp(argv[i], "--min-games") == 0)
+            options.minGames = std::uint32_t(value);
+        else
+            return false;
     }
     return true;
 }
 
 int runBuild(int argc, char** argv) {
     BookBuildOptions options;
-    if (argc < 4 || !parseBuildOptions(argc, argv, options)) return usage();
+    if (argc < 4 || !parseBuildOptions(argc, argv, options))
+        return usage();
     const char* pgnPath  = argv[2];
     const char* bookPath = argv[3];
     std::string text;
@@ -101,7 +108,8 @@ int runBuild(int argc, char** argv) {
             std::fprintf(stderr, "game %d skipped: %s: %s\n", game.number, skipReasonText(reason),
                          detail.c_str());
         }
-        if (tally.gamesRead % PROGRESS_EVERY == 0) printProgress(tally, builder);
+        if (tally.gamesRead % PROGRESS_EVERY == 0)
+            printProgress(tally, builder);
     }
     printProgress(tally, builder);
 
@@ -109,6 +117,12 @@ int runBuild(int argc, char** argv) {
     if (const std::size_t dropped = builder.fillBook(book))
         std::printf("%zu moves left out: their positions already had %d moves\n", dropped,
                     BOOK_NODE_MOVES);
+    // An empty book would only make the engine search from the first move while looking as
+    // if it had a book: the build failed.
+    if (book.nodes().empty()) {
+        std::fprintf(stderr, "pellix-book: no book written: no game of %s gave a move\n", pgnPath);
+        return 1;
+    }
     if (!book.saveBook(bookPath)) {
         std::fprintf(stderr, "pellix-book: cannot write %s\n", bookPath);
         return 1;
@@ -123,16 +137,19 @@ int runBuild(int argc, char** argv) {
 bool setUpPosition(ChessBoard& board, const std::string& text) {
     board.newGame();
     if (text.find('/') != std::string::npos) {
-        if (board.setPosition(text.c_str())) return true;
+        if (board.setPosition(text.c_str()))
+            return true;
         std::fprintf(stderr, "pellix-book: not a position: %s\n", text.c_str());
         return false;
     }
     PgnReader reader(text);
     PgnGame line;
-    if (!reader.next(line)) return true;
+    if (!reader.next(line))
+        return true;
     for (const std::string& token : line.moves) {
         Move move;
-        if (board.playCoordinateMove(token.c_str())) continue;
+        if (board.playCoordinateMove(token.c_str()))
+            continue;
         const GameMoveStatus status = readGameMove(board, token, move);
         if (status != GAME_MOVE_OK || !board.playGameMove(move)) {
             std::fprintf(stderr, "pellix-book: %s: %s\n", token.c_str(),
@@ -144,7 +161,8 @@ bool setUpPosition(ChessBoard& board, const std::string& text) {
 }
 
 int runShow(int argc, char** argv) {
-    if (argc < 3) return usage();
+    if (argc < 3)
+        return usage();
     SilentBoard board;
     board.initTables(0);
     if (!board.openBook(argv[2])) {
@@ -152,8 +170,10 @@ int runShow(int argc, char** argv) {
         return 1;
     }
     std::string position;
-    for (int i = 3; i < argc; ++i) position += std::string(i > 3 ? " " : "") + argv[i];
-    if (!setUpPosition(board, position)) return 1;
+    for (int i = 3; i < argc; ++i)
+        position += std::string(i > 3 ? " " : "") + argv[i];
+    if (!setUpPosition(board, position))
+        return 1;
     char fen[128];
     board.toFen(fen);
     std::printf("%s\n", fen);
@@ -166,7 +186,8 @@ int runShow(int argc, char** argv) {
 }
 
 int runStats(int argc, char** argv) {
-    if (argc != 3) return usage();
+    if (argc != 3)
+        return usage();
     OpeningBook book;
     if (!book.loadBook(argv[2])) {
         std::fprintf(stderr, "pellix-book: %s is not a readable book\n", argv[2]);
@@ -179,10 +200,14 @@ int runStats(int argc, char** argv) {
 } // namespace
 
 int main(int argc, char** argv) {
-    if (argc < 2) return usage();
+    if (argc < 2)
+        return usage();
     const char* command = argv[1];
-    if (std::strcmp(command, "build") == 0) return runBuild(argc, argv);
-    if (std::strcmp(command, "show") == 0) return runShow(argc, argv);
-    if (std::strcmp(command, "stats") == 0) return runStats(argc, argv);
+    if (std::strcmp(command, "build") == 0)
+        return runBuild(argc, argv);
+    if (std::strcmp(command, "show") == 0)
+        return runShow(argc, argv);
+    if (std::strcmp(command, "stats") == 0)
+        return runStats(argc, argv);
     return usage();
 }

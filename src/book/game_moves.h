@@ -2,13 +2,14 @@
 // position on the board, with the flags the generator gives it.
 #pragma once
 
-#include <string_view>
-
 #include "board/chess_board.h"
+
+#include <string_view>
 
 enum GameMoveStatus {
     GAME_MOVE_OK,
-    GAME_MOVE_UNREADABLE, // not SAN, or no piece of that kind reaches the square
+    GAME_MOVE_UNREADABLE, // not SAN
+    GAME_MOVE_NO_SUCH,    // SAN, but no piece of the position can play it
     GAME_MOVE_ILLEGAL,    // every move the text can mean leaves the king in check
     GAME_MOVE_AMBIGUOUS,  // more than one legal move fits the text
 };

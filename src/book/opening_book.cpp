@@ -3,16 +3,17 @@
 // book_lookup.cpp.
 #include "book/opening_book.h"
 
-#include <algorithm>
-#include <cstring>
-
 #include "board/chess_board.h"
 #include "engine/trace.h"
+
+#include <algorithm>
+#include <cstring>
 
 bool BookNode::addMove(Move move, std::uint32_t count, std::uint8_t whitePercent,
                        std::uint8_t blackPercent) {
     for (std::uint32_t i = 0; i < moveCount; ++i)
-        if (moves[i].move == move) return true;
+        if (moves[i].move == move)
+            return true;
     if (moveCount >= BOOK_NODE_MOVES) {
         trace("max book node reached !!!");
         return false;
@@ -26,7 +27,8 @@ bool OpeningBook::insertBookMove(std::uint32_t keyLow, std::uint32_t keyHigh, Mo
                                  std::uint8_t blackPercent) {
     const std::uint64_t key = std::uint64_t(keyHigh) << 32 | keyLow;
     auto [slot, isNew]      = index.try_emplace(key, nodeList.size());
-    if (isNew) nodeList.push_back(BookNode{keyLow, keyHigh, 0, {}});
+    if (isNew)
+        nodeList.push_back(BookNode{keyLow, keyHigh, 0, {}});
     return nodeList[slot->second].addMove(move, count, whitePercent, blackPercent);
 }
 
@@ -50,7 +52,8 @@ void OpeningBook::sortByKey() {
 
 void OpeningBook::rebuildIndex() {
     index.clear();
-    for (std::size_t i = 0; i < nodeList.size(); ++i) index[nodeList[i].key()] = i;
+    for (std::size_t i = 0; i < nodeList.size(); ++i)
+        index[nodeList[i].key()] = i;
 }
 
 void OpeningBook::clear() {
@@ -60,7 +63,8 @@ void OpeningBook::clear() {
 
 std::size_t OpeningBook::moveTotal() const {
     std::size_t total = 0;
-    for (const BookNode& node : nodeList) total += node.moveCount;
+    for (const BookNode& node : nodeList)
+        total += node.moveCount;
     return total;
 }
 
@@ -72,7 +76,8 @@ template <typename... Args> void listLine(std::FILE* out, const char* format, Ar
     char line[160];
     std::snprintf(line, sizeof line, format, args...);
     trace("%s", line);
-    if (out) std::fprintf(out, "%s\n", line);
+    if (out)
+        std::fprintf(out, "%s\n", line);
 }
 
 } // namespace

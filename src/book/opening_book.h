@@ -4,13 +4,13 @@
 // games lives in book_builder.
 #pragma once
 
+#include "board/types.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <unordered_map>
 #include <vector>
-
-#include "board/types.h"
 
 constexpr int BOOK_NODE_MOVES           = 16;
 constexpr std::uint32_t BOOK_VERSION    = 0x00010001;
@@ -40,8 +40,8 @@ class OpeningBook {
 public:
     // Adds the move to the node of the key; a new key gets a new node at the end, so the
     // nodes stay in the order their keys first arrived. False when the node was full.
-    bool insertBookMove(std::uint32_t keyLow, std::uint32_t keyHigh, Move move,
-                        std::uint32_t count, std::uint8_t whitePercent, std::uint8_t blackPercent);
+    bool insertBookMove(std::uint32_t keyLow, std::uint32_t keyHigh, Move move, std::uint32_t count,
+                        std::uint8_t whitePercent, std::uint8_t blackPercent);
 
     // Reads a book file into the book (merging with what is there). False when the file is
     // missing or does not start like a book; a damaged body keeps the records before the
