@@ -72,9 +72,7 @@ namespace {
 
 // The listing goes to the trace, which prints nothing in the engine, and to a real stream
 // for the book tool.
-template <typename... Args> void listLine(std::FILE* out, const char* format, Args... args) {
-    char line[160];
-    std::snprintf(line, sizeof line, format, args...);
+void listLine(std::FILE* out, const char* line) {
     trace("%s", line);
     if (out)
         std::fprintf(out, "%s\n", line);
@@ -89,12 +87,15 @@ void OpeningBook::printBookMoves(std::uint32_t keyLow, std::uint32_t keyHigh,
         listLine(out, "OpeningBook : no moves found");
         return;
     }
-    listLine(out, "OpeningBook : found %d moves :", int(node->moveCount));
+    char line[160];
+    std::snprintf(line, sizeof line, "OpeningBook : found %d moves :", int(node->moveCount));
+    listLine(out, line);
     for (std::uint32_t i = 0; i < node->moveCount; ++i) {
         const BookMove& entry = node->moves[i];
         char text[32];
         ChessBoard::moveToLongText(entry.move, text);
-        listLine(out, "%s : # %u, white %d %%, black %d %%", text, entry.count,
-                 int(entry.whitePercent), int(entry.blackPercent));
+        std::snprintf(line, sizeof line, "%s : # %u, white %d %%, black %d %%", text, entry.count,
+                      int(entry.whitePercent), int(entry.blackPercent));
+        listLine(out, line);
     }
 }

@@ -28,7 +28,7 @@ TEST(BookProbe, PlaysLegalMovesWithTheGeneratorsFlagsOnly) {
         const char* fen;
         Move stored;
         bool played;
-        Move flags; // what the move played must carry that the stored word lacks
+        Move flags = 0; // what the move played must carry that the stored word lacks
     };
     const Case cases[] = {
         {START_FEN, makeMoveWord(sq("e2"), sq("e4"), PAWN), true, MOVE_DOUBLE},
