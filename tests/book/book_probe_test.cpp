@@ -84,3 +84,23 @@ TEST(BookProbe, OpenBookSortsAnUnsortedFileAndTurnsTheBookOn) {
     board->playGameMove(e2e4 | MOVE_DOUBLE);
     EXPECT_EQ(board->probeBook(), NO_MOVE);
 }
+
+// The book the build makes: its keys are the engine's, so games played from it stay in book
+// for many moves, and every move it gives is legal.
+TEST(BookProbe, TheBuiltBookLeadsGamesThroughTheOpening) {
+    auto board = boardFrom(START_FEN);
+    ASSERT_TRUE(board->openBook(PELLIX_OPENING_BOOK));
+    std::srand(2024);
+    int plies = 0;
+    constexpr int GAMES = 50;
+    for (int game = 0; game < GAMES; ++game) {
+        board->newGame();
+        for (Move m; board->gameMoveCount < 20 && (m = board->probeBook()) != NO_MOVE; ++plies) {
+            const std::vector<Move> legal = legalMoves(*board);
+            ASSERT_NE(std::find(legal.begin(), legal.end(), m), legal.end());
+            ASSERT_TRUE(board->playGameMove(m));
+        }
+        EXPECT_GE(board->gameMoveCount, 4) << "game " << game;
+    }
+    EXPECT_GE(plies, GAMES * 15) << plies;
+}
