@@ -47,6 +47,7 @@ public:
     // missing or does not start like a book; a damaged body keeps the records before the
     // damage.
     bool loadBook(const char* path);
+    // The same from a file image in memory.
     bool readBook(const std::uint8_t* data, std::size_t size);
     // Sorts the moves of each node by count and the nodes by key, then writes the file.
     bool saveBook(const char* path);
