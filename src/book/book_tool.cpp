@@ -7,8 +7,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <fstream>
-#include <sstream>
 #include <string>
 
 namespace {
@@ -27,14 +25,18 @@ int usage() {
     return 2;
 }
 
+// A directory opens like a file on POSIX systems; only reading it fails.
 bool readTextFile(const char* path, std::string& text) {
-    std::ifstream in(path, std::ios::binary);
+    std::FILE* in = std::fopen(path, "rb");
     if (!in)
         return false;
-    std::ostringstream contents;
-    contents << in.rdbuf();
-    text = contents.str();
-    return !in.bad();
+    char chunk[65536];
+    std::size_t n;
+    while ((n = std::fread(chunk, 1, sizeof chunk, in)) > 0)
+        text.append(chunk, n);
+    const bool read = !std::ferror(in);
+    std::fclose(in);
+    return read;
 }
 
 // A whole number of at least `least`, and nothing else.

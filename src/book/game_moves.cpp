@@ -81,15 +81,19 @@ void writeReaderText(SanText& san) {
     if (san.piece != PAWN)
         *out++ = "  NBRQK"[san.piece];
     // The reader takes one hint; with both, the file goes to the reader and the rank is
-    // checked here.
-    if (san.fromFile >= 0)
-        *out++ = char('a' + san.fromFile), *out++ = 'x';
-    else if (san.fromRank >= 0)
+    // checked here. The "x" makes the reader take the letter as a hint, capture or not.
+    if (san.fromFile >= 0) {
+        *out++ = char('a' + san.fromFile);
+        *out++ = 'x';
+    } else if (san.fromRank >= 0) {
         *out++ = char('1' + san.fromRank);
+    }
     *out++ = char('a' + fileOf(san.to));
     *out++ = char('1' + rankOf(san.to));
-    if (san.promote)
-        *out++ = '=', *out++ = "  NBRQK"[san.promote];
+    if (san.promote) {
+        *out++ = '=';
+        *out++ = "  NBRQK"[san.promote];
+    }
     *out = 0;
 }
 

@@ -57,8 +57,8 @@ Built build(const std::string& pgn, BookBuildOptions options = {}) {
     return built;
 }
 
-// The node of the position after `line`, as "san count white black" entries in node order.
-std::vector<std::string> nodeListing(const OpeningBook& book, const std::string& line) {
+// A board with the moves of `line` played from the initial position.
+std::unique_ptr<SilentBoard> after(const std::string& line) {
     auto board = boardFrom(START_FEN);
     PgnReader reader(line);
     PgnGame game;
@@ -68,40 +68,33 @@ std::vector<std::string> nodeListing(const OpeningBook& book, const std::string&
             EXPECT_EQ(readGameMove(*board, san, move), GAME_MOVE_OK) << san;
             board->playGameMove(move);
         }
+    return board;
+}
+
+std::string entry(Move move, std::uint32_t count, int white, int black) {
+    char text[16];
+    ChessBoard::moveToLongText(move, text);
+    return std::string(text) + " " + std::to_string(count) + " " + std::to_string(white) + " " +
+           std::to_string(black);
+}
+
+// The node of the position after `line`, as "move count white black" entries in node order.
+std::vector<std::string> nodeListing(const OpeningBook& book, const std::string& line) {
     std::vector<std::string> listing;
-    const BookNode* node = book.findNode(board->hashKey);
-    if (!node)
-        return listing;
-    for (std::uint32_t i = 0; i < node->moveCount; ++i) {
-        const BookMove& m = node->moves[i];
-        char text[16];
-        ChessBoard::moveToLongText(m.move, text);
-        listing.push_back(std::string(text) + " " + std::to_string(m.count) + " " +
-                          std::to_string(m.whitePercent) + " " + std::to_string(m.blackPercent));
-    }
+    if (const BookNode* node = book.findNode(after(line)->hashKey))
+        for (std::uint32_t i = 0; i < node->moveCount; ++i)
+            listing.push_back(entry(node->moves[i].move, node->moves[i].count,
+                                    node->moves[i].whitePercent, node->moves[i].blackPercent));
     return listing;
 }
 
 std::vector<std::string> expectedListing(const Expected& e) {
-    auto board = boardFrom(START_FEN);
+    auto board = after(e.line);
     std::vector<std::string> listing;
-    PgnReader reader(e.line);
-    PgnGame game;
     Move move;
-    if (reader.next(game))
-        for (const std::string& san : game.moves) {
-            readGameMove(*board, san, move);
-            board->playGameMove(move);
-        }
-    for (const auto& m : e.moves) {
-        if (!m.san)
-            break;
-        EXPECT_EQ(readGameMove(*board, m.san, move), GAME_MOVE_OK) << m.san;
-        char text[16];
-        ChessBoard::moveToLongText(move, text);
-        listing.push_back(std::string(text) + " " + std::to_string(m.count) + " " +
-                          std::to_string(m.white) + " " + std::to_string(m.black));
-    }
+    for (const auto& m : e.moves)
+        if (m.san && readGameMove(*board, m.san, move) == GAME_MOVE_OK)
+            listing.push_back(entry(move, m.count, m.white, m.black));
     return listing;
 }
 

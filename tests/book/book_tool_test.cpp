@@ -73,6 +73,7 @@ TEST(BookTool, FailsOnlyWhenNoBookCanBeWritten) {
     EXPECT_TRUE(contains(r.output, "status 1\ng.pgn\n")) << r.output;
 
     r = bookTool("1. e4 *\n", "build missing.pgn b.bin\n"
+                              "build . b.bin\n"
                               "build g.pgn no-such-dir/b.bin\n"
                               "stats missing.bin\n"
                               "show g.pgn\n"
@@ -81,6 +82,7 @@ TEST(BookTool, FailsOnlyWhenNoBookCanBeWritten) {
                               "build g.pgn b.bin --depth 3\n"
                               "frobnicate");
     EXPECT_TRUE(contains(r.output, "cannot read missing.pgn\nstatus 1\n")) << r.output;
+    EXPECT_TRUE(contains(r.output, "cannot read .\nstatus 1\n")) << r.output;
     EXPECT_TRUE(contains(r.output, "cannot write no-such-dir/b.bin\nstatus 1\n")) << r.output;
     EXPECT_TRUE(contains(r.output, "missing.bin is not a readable book\nstatus 1\n")) << r.output;
     EXPECT_TRUE(contains(r.output, "g.pgn is not a readable book\nstatus 1\n")) << r.output;
