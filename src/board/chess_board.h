@@ -177,6 +177,8 @@ public:
     int searchChild(const SearchNode& node, const MoveEntry& entry, int extension,
                     bool givesCheck, int searched, PrincipalVariation& childPv);
     void rememberCutoff(const SearchNode& node, const MoveEntry& entry, int score);
+    int searchRootChild(Move m, int depth, int alpha, int beta, bool first,
+                        PrincipalVariation& childPv);
     int searchCaptures(int ply, int moveBase, int alpha, int beta, bool exactEval, Move hashMove);
     void resetSearchTables();
     void seedTable(int depth);

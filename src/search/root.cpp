@@ -29,21 +29,7 @@ int ChessBoard::searchRoot(int depth, int alpha, int beta, PrincipalVariation& p
             unmakeMove(m);
             continue;
         }
-        const bool givesCheck = sideToMoveInCheck();
-        HistoryRecord& child  = currentRecord(*this);
-        child.inCheck         = givesCheck;
-        child.nodeType        = legal == 0 ? PV_NODE : RE_SEARCH_NODE;
-        const int childDepth  = depth - ONE_PLY + moveExtension(m, givesCheck, false);
-        int score;
-        if (legal == 0) {
-            score = -search(childDepth, MOVE_STRIDE, -beta, -alpha, childPv, true, 1);
-        } else {
-            score = -search(childDepth, MOVE_STRIDE, -alpha - 1, -alpha, childPv, true, 1);
-            if (score > alpha && score < beta) {
-                child.nodeType = PV_NODE;
-                score          = -search(childDepth, MOVE_STRIDE, -beta, -alpha, childPv, true, 1);
-            }
-        }
+        const int score = searchRootChild(m, depth, alpha, beta, legal == 0, childPv);
         ++legal;
         unmakeMove(m);
         if (stopSearch)
@@ -73,5 +59,24 @@ int ChessBoard::searchRoot(int depth, int alpha, int beta, PrincipalVariation& p
     const int score = checked ? -MATE_SCORE : 0;
     pv.scores[0]    = std::int16_t(score);
     gameStatus      = checked ? STATUS_MATE : STATUS_STALEMATE;
+    return score;
+}
+
+// The score of the root move just made: extended like any move but never for a mate
+// threat, the first with the full window, the others proven better before a full search.
+int ChessBoard::searchRootChild(Move m, int depth, int alpha, int beta, bool first,
+                                PrincipalVariation& childPv) {
+    const bool givesCheck = sideToMoveInCheck();
+    HistoryRecord& child  = currentRecord(*this);
+    child.inCheck         = givesCheck;
+    child.nodeType        = first ? PV_NODE : RE_SEARCH_NODE;
+    const int childDepth  = depth - ONE_PLY + moveExtension(m, givesCheck, false);
+    if (first)
+        return -search(childDepth, MOVE_STRIDE, -beta, -alpha, childPv, true, 1);
+    int score = -search(childDepth, MOVE_STRIDE, -alpha - 1, -alpha, childPv, true, 1);
+    if (score > alpha && score < beta) {
+        child.nodeType = PV_NODE;
+        score          = -search(childDepth, MOVE_STRIDE, -beta, -alpha, childPv, true, 1);
+    }
     return score;
 }

@@ -7,6 +7,7 @@
 #include "engine/front_end.h"
 #include "engine/trace.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -46,8 +47,7 @@ void playedMoveText(const MoveEntry* rootMoves, int rootCount, char* text) {
 }
 
 void runPosition(const EpdLine& line, SuiteScore& score) {
-    std::printf(
-        "-------------------------------------------------------------------------------\n");
+    std::printf("%s\n", std::string(79, '-').c_str());
     std::printf("%s bm %s; id %s;\n\n", line.fen, line.expected, line.id);
     board->hashTable.clear();
     ++score.tried;
