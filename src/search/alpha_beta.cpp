@@ -8,6 +8,10 @@
 
 namespace {
 
+// History counters stop here, far above anything a search of normal length reaches, so that
+// days of analysis cannot overflow them or the ordering score built on them.
+constexpr std::int32_t HISTORY_CEILING = 1 << 30;
+
 // Futility margins by remaining depth: a pawn and a bit one ply from the horizon, a minor
 // piece and a half at two plies, a queen at three.
 int futilityMargin(int depth) {
@@ -243,6 +247,7 @@ void ChessBoard::rememberCutoff(const SearchNode& node, const MoveEntry& entry, 
         killerMove2[node.ply] = killerMove1[node.ply];
         killerMove1[node.ply] = m;
     }
-    const int plies = node.depth / ONE_PLY;
-    historyTable[sideToMove][moveFrom(m)][moveTo(m)] += plies * plies;
+    const int plies      = node.depth / ONE_PLY;
+    std::int32_t& record = historyTable[sideToMove][moveFrom(m)][moveTo(m)];
+    record               = std::min(record + plies * plies, HISTORY_CEILING);
 }
