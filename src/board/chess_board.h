@@ -145,10 +145,12 @@ public:
     Move mateKiller[MAX_PLY]  = {};
     std::int32_t historyTable[2][64][64];
 
-    // --- Evaluation (eval/evaluate.cpp) -----------------------------------------------------
+    // --- Evaluation (eval/) -----------------------------------------------------------------
     // Score from the side to move's view; lazy = 1 allows the material-only exit.
     int evaluate(int alpha, int beta, int lazy);
-    EvalInfo evalInfo; // attack maps and pawn data of the last evaluation
+    // The full evaluation with each term group's White and Black sums, for the diagnostic.
+    int evaluateTerms(EvalTerms& terms);
+    EvalInfo evalInfo; // attack maps and pawn data of the last full evaluation
 
     // --- Search (search/) -------------------------------------------------------------------
     int search(int depth, int moveBase, int alpha, int beta, PrincipalVariation& pv,

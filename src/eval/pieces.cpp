@@ -1,0 +1,103 @@
+// Knights, bishops, rooks and queens: mobility, safe mobility, piece-square tables, king
+// tropism, knight outposts, the bishop pair and the file and seventh-rank bonuses. Fills the
+// attack maps that the king terms read afterwards.
+#include "eval/eval_tables.h"
+#include "eval/eval_terms.h"
+
+namespace {
+
+constexpr Bitboard FILE_A = 0x0101010101010101ull;
+constexpr Bitboard RANK_1 = 0xFFull;
+
+constexpr Bitboard relativeRankMask(Color c, int rank) {
+    return RANK_1 << (8 * relativeRank(c, rank));
+}
+
+// The sums of one colour's pieces, kept together while its pieces are walked.
+template <Color Us> struct PieceScorer {
+    static constexpr Color THEM = opponent(Us);
+
+    const Position& p;
+    EvalInfo& info;
+    int late;
+    int material = 0, placement = 0, mobility = 0, safeMobility = 0, tropism = 0;
+
+    // What every piece kind scores the same way, from the squares it attacks.
+    void addActivity(Piece kind, Square s, Bitboard attacks) {
+        const Bitboard reach = attacks & ~p.bbColorPiece[Us];
+        info.attackMap[Us] |= attacks;
+        mobility += popCount(reach);
+        safeMobility += popCount(reach & ~info.pawnAttackMap[THEM]);
+        placement += PIECE_SQUARE[late][kind][Us][s];
+        tropism += TROPISM[kind][chebyshevDistance(s, p.kingSquare[THEM])];
+    }
+
+    // A knight on an outpost square is worth more when one of our pawns guards it and no
+    // enemy pawn can ever come to drive it off.
+    int outpost(Square s) const {
+        const int value = KNIGHT_OUTPOST[Us][s];
+        if (!value || !(info.pawnAttackMap[Us] & bit(s)))
+            return 0;
+        return (p.bbPiece[THEM][PAWN] & OUTPOST_SPAN[Us][s]) ? 0 : value;
+    }
+
+    int rookFile(Square s) const {
+        const Bitboard file = FILE_A << fileOf(s);
+        if (p.bbPiece[Us][PAWN] & file)
+            return 0;
+        return (p.bbPiece[THEM][PAWN] & file) ? ROOK_HALF_OPEN_FILE : ROOK_OPEN_FILE;
+    }
+
+    // The seventh rank is worth taking while it pens the enemy king in or holds pawns.
+    bool seventhRankCounts() const {
+        return (p.bbPiece[THEM][KING] & relativeRankMask(Us, 7)) ||
+               (p.bbPiece[THEM][PAWN] & relativeRankMask(Us, 6));
+    }
+
+    void scoreAll() {
+        for (Bitboard b = p.bbPiece[Us][KNIGHT]; b;) {
+            const Square s = popLowest(b);
+            addActivity(KNIGHT, s, knightAttack[s]);
+            placement += outpost(s);
+        }
+        for (Bitboard b = p.bbPiece[Us][BISHOP]; b;) {
+            const Square s = popLowest(b);
+            addActivity(BISHOP, s, p.bishopAttacks(s));
+        }
+        if (popCount(p.bbPiece[Us][BISHOP]) >= 2)
+            material += BISHOP_PAIR;
+        const bool seventh       = seventhRankCounts();
+        const Bitboard onSeventh = relativeRankMask(Us, 6);
+        for (Bitboard b = p.bbPiece[Us][ROOK]; b;) {
+            const Square s = popLowest(b);
+            addActivity(ROOK, s, p.rookAttacks(s));
+            placement += rookFile(s);
+            if (seventh && (onSeventh & bit(s)))
+                placement += ROOK_ON_SEVENTH;
+        }
+        for (Bitboard b = p.bbPiece[Us][QUEEN]; b;) {
+            const Square s = popLowest(b);
+            addActivity(QUEEN, s, p.queenAttacks(s));
+            if (seventh && (onSeventh & bit(s)))
+                placement += QUEEN_ON_SEVENTH;
+        }
+    }
+};
+
+template <Color Us> void scoreSide(const Position& p, EvalInfo& info, EvalTerms& terms) {
+    info.attackMap[Us] = 0;
+    PieceScorer<Us> scorer{p, info, tableStage(p.gameStage)};
+    scorer.scoreAll();
+    terms.add(GROUP_MATERIAL, Us, scorer.material);
+    terms.add(GROUP_PLACEMENT, Us, scorer.placement);
+    terms.add(GROUP_MOBILITY, Us, scorer.mobility);
+    terms.add(GROUP_SAFE_MOBILITY, Us, scorer.safeMobility);
+    terms.add(GROUP_TROPISM, Us, scorer.tropism);
+}
+
+} // namespace
+
+void scorePieces(const Position& p, EvalInfo& info, EvalTerms& terms) {
+    scoreSide<WHITE>(p, info, terms);
+    scoreSide<BLACK>(p, info, terms);
+}
