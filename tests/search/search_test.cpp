@@ -151,10 +151,24 @@ TEST(Search, FixedDepthSearchIsRepeatable) {
     }
 }
 
-// Quiescence stands pat at once when the side to move is already above beta.
-TEST(Search, QuiescenceStandsPat) {
+// Quiescence stands pat at once when the side to move is already above beta, and never
+// searches a capture the ordering marks as losing.
+TEST(Search, QuiescenceStandsPatAndSkipsLosingCaptures) {
     auto board = searchBoard("4k3/8/8/8/8/8/8/Q3K3 w - - 0 1");
     board->resetSearchTables();
     EXPECT_EQ(board->quiesce(1, MOVE_STRIDE, -INFINITE_SCORE, 100, true), 100);
     EXPECT_EQ(board->nodeCount, 1u);
+
+    // The only capture takes a defended pawn with the queen.
+    auto losing = searchBoard("4k3/8/2p5/3p4/8/8/8/3QK3 w - - 0 1");
+    losing->resetSearchTables();
+    const int standPat = losing->evaluate(-INFINITE_SCORE, INFINITE_SCORE, 0);
+    EXPECT_EQ(losing->quiesce(1, MOVE_STRIDE, -INFINITE_SCORE, INFINITE_SCORE, true), standPat);
+    EXPECT_EQ(losing->nodeCount, 1u);
+
+    // Undefended, the same pawn is taken.
+    auto winning = searchBoard("4k3/8/8/3p4/8/8/8/3QK3 w - - 0 1");
+    winning->resetSearchTables();
+    winning->quiesce(1, MOVE_STRIDE, -INFINITE_SCORE, INFINITE_SCORE, true);
+    EXPECT_GT(winning->nodeCount, 1u);
 }
