@@ -115,7 +115,6 @@ int benchSearch(int argc, char** argv) {
     }
     const double nps = double(total) / seconds;
     std::printf("depth %d, %d positions, %.2f s, %.0f nps\n", depth, index, seconds, nps);
-    std::printf("Nodes: %" PRIu64 "\n", total);
     if (referenceTime > 0)
         for (const char* engine : {"glaurung", "toga2"}) {
             const double reference = referenceNps(engine, referenceTime);
@@ -123,5 +122,7 @@ int benchSearch(int argc, char** argv) {
                 std::printf("%-8s %.0f nps  pellix/%s speed ratio %.2f\n", engine, reference,
                             engine, nps / reference);
         }
+    // The signature comes last, where scripts look for it.
+    std::printf("Nodes: %" PRIu64 "\n", total);
     return 0;
 }
