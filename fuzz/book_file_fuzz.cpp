@@ -1,0 +1,65 @@
+// Feeds arbitrary bytes to the book reader. Whatever it keeps must be a book the engine can
+// use: no node beyond 16 moves, every lookup ends, and a book move is played only when it is
+// a legal move of the position, leaving the board as it was.
+#include "book/opening_book.h"
+#include "fuzz_board.h"
+
+#include <cstdint>
+#include <cstdlib>
+
+namespace {
+const char* const positions[] = {
+    "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1",
+    "r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq - 0 1",
+    "8/8/8/1k6/3Pp3/8/8/4KQ2 b - d3 0 1",
+};
+
+bool isLegal(ChessBoard& board, Move m) {
+    MoveEntry list[MAX_GENERATED];
+    const std::uint8_t wasInCheck = board.inCheck;
+    const int count               = board.generateMoves(list, board.sideToMoveInCheck());
+    board.inCheck                 = wasInCheck;
+    for (int i = 0; i < count; ++i)
+        if (list[i].move == m) {
+            const bool legal = board.makeMove(m);
+            board.unmakeMove(m);
+            return legal;
+        }
+    return false;
+}
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    OpeningBook book;
+    if (!book.readBook(data, size))
+        return 0;
+    for (const BookNode& node : book.nodes()) {
+        if (node.moveCount > BOOK_NODE_MOVES)
+            std::abort();
+        chooseBookMove(book, node.keyLow, node.keyHigh);
+        chooseBookMove(book, node.keyLow + 1, node.keyHigh);
+    }
+
+    // Every move read becomes a candidate of the position on the board, whose node sits
+    // between two others so that the lookup reaches it.
+    SilentBoard& board = fuzzBoard();
+    board.setPosition(positions[size % 3]);
+    board.book.clear();
+    const std::uint32_t low  = std::uint32_t(board.hashKey),
+                        high = std::uint32_t(board.hashKey >> 32);
+    board.book.insertBookMove(0, 0, 1, 1, 0, 0);
+    board.book.insertBookMove(~0u, ~0u, 1, 1, 0, 0);
+    for (const BookNode& node : book.nodes())
+        for (std::uint32_t i = 0; i < node.moveCount; ++i)
+            board.book.insertBookMove(low, high, node.moves[i].move, node.moves[i].count | 1, 0, 0);
+    board.book.sortByKey();
+    const Position before = board;
+    for (int draw = 0; draw < 8; ++draw) {
+        const Move m = board.probeBook();
+        if (!samePosition(board, before))
+            std::abort();
+        if (m != NO_MOVE && !isLegal(board, m))
+            std::abort();
+    }
+    return 0;
+}

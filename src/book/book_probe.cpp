@@ -1,0 +1,35 @@
+// The engine's side of the book: opening the file the configuration names, and turning the
+// book's choice into a move of the position on the board. A book move that is not a legal
+// move here (a damaged file, or a key shared by two positions) is never played.
+#include "board/chess_board.h"
+
+bool ChessBoard::openBook(const char* path) {
+    if (!book.loadBook(path))
+        return false;
+    // A book written by the builder is sorted already; any other order would hide nodes from
+    // the binary search.
+    if (!book.isSortedByKey())
+        book.sortByKey();
+    bookEnabled = true;
+    return true;
+}
+
+Move ChessBoard::probeBook() {
+    const Move wanted = chooseBookMove(book, std::uint32_t(hashKey), std::uint32_t(hashKey >> 32));
+    if (wanted == NO_MOVE)
+        return NO_MOVE;
+    MoveEntry list[MAX_GENERATED];
+    const std::uint8_t wasInCheck = inCheck;
+    const int count               = generateMoves(list, sideToMoveInCheck());
+    inCheck                       = wasInCheck;
+    for (int i = 0; i < count; ++i) {
+        const Move m = list[i].move;
+        if (moveFrom(m) != moveFrom(wanted) || moveTo(m) != moveTo(wanted) ||
+            movePiece(m) != movePiece(wanted) || movePromotion(m) != movePromotion(wanted))
+            continue;
+        const bool legal = makeMove(m);
+        unmakeMove(m);
+        return legal ? m : NO_MOVE;
+    }
+    return NO_MOVE;
+}
