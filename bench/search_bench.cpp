@@ -54,37 +54,46 @@ constexpr const char* positions[] = {
 
 constexpr int DEFAULT_DEPTH = 10;
 
-// The speed of a classical engine: "go movetime" on a few of the positions, the nps of each
-// search's last report averaged; a negative number when the engine is not installed.
+// Reference positions for the classical engines: quiet ones, where no engine finds a mate
+// and stops early.
+constexpr int referencePositions[] = {0, 3, 8, 15, 20};
+
+// The speed of a classical engine on one thread: "go movetime" on the reference positions,
+// the nodes and times of each search's last report added up; a negative number when the
+// engine is not installed.
 double referenceNps(const char* engine, int milliseconds) {
     char probe[128];
     std::snprintf(probe, sizeof probe, "command -v %s >/dev/null 2>&1 || test -x /usr/games/%s",
                   engine, engine);
     if (std::system(probe) != 0)
         return -1;
-    double sum  = 0;
-    int counted = 0;
-    for (int i = 3; i < 20; i += 4) {
-        char command[768];
+    double nodes = 0, seconds = 0;
+    for (int i : referencePositions) {
+        char command[1024];
         std::snprintf(command, sizeof command,
-                      "(printf 'uci\\nisready\\nposition fen %s\\ngo movetime %d\\n'; sleep %.1f; "
-                      "echo quit) | PATH=$PATH:/usr/games %s 2>/dev/null",
+                      "(printf 'uci\\nsetoption name Threads value 1\\n"
+                      "setoption name Number of Threads value 1\\nisready\\n"
+                      "position fen %s\\ngo movetime %d\\n'; sleep %.1f; echo quit) | "
+                      "PATH=$PATH:/usr/games %s 2>/dev/null",
                       positions[i], milliseconds, milliseconds / 1000.0 + 0.5, engine);
         std::FILE* pipe = popen(command, "r");
         if (!pipe)
             continue;
         char line[1024];
-        double nps = 0;
-        while (std::fgets(line, sizeof line, pipe))
-            if (const char* at = std::strstr(line, " nps "))
-                nps = std::atof(at + 5);
-        pclose(pipe);
-        if (nps > 0) {
-            sum += nps;
-            ++counted;
+        double lastNodes = 0, lastTime = 0;
+        while (std::fgets(line, sizeof line, pipe)) {
+            const char* n = std::strstr(line, " nodes ");
+            const char* t = std::strstr(line, " time ");
+            if (n && t && std::strstr(line, " nps ")) {
+                lastNodes = std::atof(n + 7);
+                lastTime  = std::atof(t + 6) / 1000.0;
+            }
         }
+        pclose(pipe);
+        nodes += lastNodes;
+        seconds += lastTime;
     }
-    return counted ? sum / counted : -1;
+    return seconds > 0 ? nodes / seconds : -1;
 }
 
 } // namespace
