@@ -12,8 +12,8 @@
 
 namespace {
 
-// Half a pawn around the last score: most iterations land inside, and one that does not
-// is searched again with the full window.
+// Forty centipawns around the last score: most iterations land inside, and one that does
+// not is searched again with the full window.
 constexpr int ASPIRATION = 40;
 
 struct Iterations {
@@ -72,6 +72,9 @@ bool iterate(ChessBoard& board, Iterations& it, int depthLimit) {
         score   = it.previous;
     }
     it.failed = !inside;
+    // The limits end the deepening before this iteration's move is taken: the move of the
+    // iteration before stands, as it always has (a depth-only search takes its line after
+    // the loop).
     if (depthLimit < it.depth) {
         trace("max depth reached");
         return false;
