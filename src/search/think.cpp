@@ -72,19 +72,18 @@ bool iterate(ChessBoard& board, Iterations& it, int depthLimit) {
         score   = it.previous;
     }
     it.failed = !inside;
-    // The limits end the deepening before this iteration's move is taken: the move of the
-    // iteration before stands, as it always has (a depth-only search takes its line after
-    // the loop).
+    // A limit reached here ends the deepening through the same flag as any other stop, but
+    // only after this completed iteration has given its move.
     if (depthLimit < it.depth) {
         trace("max depth reached");
-        return false;
+        board.stopSearch = 1;
     }
     if (board.timeMode == TIME_CLOCK && clockRuleStops(board, it, score, iterationTime))
-        return false;
+        board.stopSearch = 1;
     if (!it.failed)
         board.bestMove = pv.moves[0];
     it.previous = score;
-    return true;
+    return !board.stopSearch;
 }
 
 } // namespace

@@ -82,6 +82,21 @@ TEST(Think, ClockModeStopsAtOnceWithASingleMove) {
     EXPECT_EQ(board->lastMove, board->reports[0].line.at(0));
 }
 
+// A limit that ends the deepening after a completed iteration keeps that iteration's move:
+// the move played is the line of the last depth reported, the first one included.
+TEST(Think, DepthLimitPlaysTheLastReportedLine) {
+    for (const char* fen : {MIDDLEGAME, KIWIPETE_FEN, START_FEN}) {
+        for (int limit = 1; limit <= 5; ++limit) {
+            auto board      = searchBoard(fen);
+            board->maxDepth = limit;
+            board->setTimeMode(TIME_INFINITE);
+            board->think();
+            ASSERT_EQ(board->reports.size(), std::size_t(limit)) << fen;
+            EXPECT_EQ(board->sentMove, board->reports.back().line.at(0)) << fen << " " << limit;
+        }
+    }
+}
+
 // A checkmated position has no move to play: the move hook still runs, with no move.
 TEST(Think, NoMoveOnAMatedBoard) {
     auto board = searchBoard("R5k1/5ppp/8/8/8/8/8/6K1 b - - 0 1");
