@@ -56,8 +56,8 @@ TEST(SearchReport, UciInfoLines) {
     // A promotion shows no piece letter.
     EXPECT_EQ(uci(1, lineOf(0, {makeMoveWord(52, 60, PAWN, EMPTY, KNIGHT)}), 1, 1000000),
               "info depth 1 score cp 0 time 1000 nodes 1 nps 1 pv e7e8 ");
-    // No time at all is not guarded against but does not break the line.
-    EXPECT_EQ(uci(1, lineOf(0, {}), 0, 0).substr(0, 37), "info depth 1 score cp 0 time 0 nodes ");
+    // No measurable time gives no rate.
+    EXPECT_EQ(uci(1, lineOf(0, {}), 5, 0), "info depth 1 score cp 0 time 0 nodes 5 nps 0 pv ");
 }
 
 TEST(SearchReport, XboardThinkingLines) {
