@@ -14,6 +14,8 @@
 #include "search/principal_variation.h"
 #include "search/transposition_table.h"
 
+struct SearchNode; // search/search_node.h
+
 // Capacities of the fixed storage. The history stack holds the longest game the engine
 // accepts plus the deepest search line on top of it (search plies and null moves).
 constexpr int GAME_PLY_LIMIT   = 8192;
@@ -157,8 +159,33 @@ public:
     int quiesce(int ply, int moveBase, int alpha, int beta, bool exactEval);
     bool think();
     bool startThinking();
-    bool checkTime();
+    // The same as startThinking with a thread routine's shape; nothing starts a thread.
+    static unsigned long startThinkingThread(void* engine);
+    bool checkTime(); // false when the search must stop: the step every node takes first
     void setTimeMode(int mode, std::int64_t value = 0);
+
+    // The steps of one full-width node and of the iterations (search/alpha_beta.cpp,
+    // search/root.cpp, search/think.cpp, search/time_control.cpp).
+    bool pollStopsSearch();
+    std::uint32_t elapsedMicros() const;
+    void computeTimeLimit();
+    int searchNode(SearchNode& node, PrincipalVariation& pv, bool nullAllowed);
+    int probeTable(SearchNode& node);
+    int quiesceLeaf(const SearchNode& node, PrincipalVariation& pv);
+    int tryNullMove(SearchNode& node, PrincipalVariation& local);
+    void internalDeepening(SearchNode& node, PrincipalVariation& local);
+    bool isFutile(const SearchNode& node);
+    int searchMoves(SearchNode& node, PrincipalVariation& pv, PrincipalVariation& childPv);
+    int searchChild(const SearchNode& node, const MoveEntry& entry, int extension,
+                    bool givesCheck, int searched, PrincipalVariation& childPv);
+    void rememberCutoff(const SearchNode& node, const MoveEntry& entry, int score);
+    int searchRootChild(Move m, int depth, int alpha, int beta, bool first,
+                        PrincipalVariation& childPv);
+    int searchCaptures(int ply, int moveBase, int alpha, int beta, bool exactEval, Move hashMove);
+    void resetSearchTables();
+    void seedTable(int depth);
+    int validPrefix(const PrincipalVariation& pv);
+    void playChosenMove();
 
     HashTable hashTable;
     int hashMegabytes = 0;

@@ -2,9 +2,9 @@
 // each node on the line returned.
 #pragma once
 
-#include <cstdint>
-
 #include "board/types.h"
+
+#include <cstdint>
 
 constexpr int MAX_PLY = 64; // deepest line the search tables hold
 
@@ -14,7 +14,8 @@ struct PrincipalVariation {
     std::int16_t scores[MAX_PLY];
 
     void clear() {
-        count    = 0;
-        moves[0] = NO_MOVE;
+        count     = 0;
+        moves[0]  = NO_MOVE;
+        scores[0] = 0;
     }
 };

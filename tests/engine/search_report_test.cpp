@@ -1,4 +1,110 @@
-// The search reports in their three dialects.
+// The search reports in their three dialects, and the dialect chosen for the protocol.
+#include "engine/front_end.h"
+#include "engine/search_report.h"
+#include "test_support.h"
+
 #include <gtest/gtest.h>
 
-#include "engine/search_report.h"
+namespace {
+
+PrincipalVariation lineOf(int score, std::initializer_list<Move> moves) {
+    PrincipalVariation pv;
+    pv.clear();
+    for (Move m : moves)
+        pv.moves[pv.count++] = m;
+    pv.scores[0] = std::int16_t(score);
+    return pv;
+}
+
+constexpr Move E2E4 = makeMoveWord(12, 28, PAWN) | MOVE_DOUBLE;
+constexpr Move E7E5 = makeMoveWord(52, 36, PAWN) | MOVE_DOUBLE;
+
+std::string uci(int depth, const PrincipalVariation& pv, std::uint64_t nodes, double micros) {
+    char out[REPORT_LINE_SIZE];
+    formatUciInfo(out, depth, pv, nodes, micros);
+    return out;
+}
+
+} // namespace
+
+TEST(SearchReport, MateInMovesCountsWholeMoves) {
+    struct Case {
+        int score, moves;
+    };
+    for (Case c : {Case{-31993, 4},
+                   {31999, 1},
+                   {31993, 4},
+                   {-32000, 0},
+                   {31744, 128},
+                   {-31744, 128},
+                   {31743, 31743},
+                   {-35, -35},
+                   {0, 0}})
+        EXPECT_EQ(mateInMoves(c.score), c.moves) << c.score;
+}
+
+TEST(SearchReport, UciInfoLines) {
+    EXPECT_EQ(uci(6, lineOf(35, {E2E4, E7E5}), 120000, 250000),
+              "info depth 6 score cp 35 time 250 nodes 120000 nps 480000 pv e2e4 e7e5 ");
+    // Being mated: the sign goes on the depth, and the mate count stays positive.
+    EXPECT_EQ(uci(9, lineOf(-31993, {E2E4}), 1000, 1000000),
+              "info depth -9 score mate 4 time 1000 nodes 1000 nps 1000 pv e2e4 ");
+    EXPECT_EQ(uci(3, lineOf(31999, {E2E4}), 10, 1000000).substr(0, 26),
+              "info depth 3 score mate 1 ");
+    // Between the mate bound and the shown-as-mate threshold a score stays in centipawns.
+    EXPECT_EQ(uci(3, lineOf(31790, {}), 10, 1000000).substr(0, 28), "info depth 3 score cp 31790 ");
+    // A promotion shows no piece letter.
+    EXPECT_EQ(uci(1, lineOf(0, {makeMoveWord(52, 60, PAWN, EMPTY, KNIGHT)}), 1, 1000000),
+              "info depth 1 score cp 0 time 1000 nodes 1 nps 1 pv e7e8 ");
+    // No measurable time gives no rate.
+    EXPECT_EQ(uci(1, lineOf(0, {}), 5, 0), "info depth 1 score cp 0 time 0 nodes 5 nps 0 pv ");
+}
+
+TEST(SearchReport, XboardThinkingLines) {
+    char out[REPORT_LINE_SIZE];
+    formatXboardThinking(out, 9, lineOf(-31993, {E2E4, E7E5}), 123456, 1500000);
+    EXPECT_STREQ(out, "9 -31993 150 123456 e2e4 e7e5 ");
+}
+
+TEST(SearchReport, ConsoleRowsInAlgebraicText) {
+    auto start = boardFrom(START_FEN);
+    char out[REPORT_LINE_SIZE];
+    formatConsoleRow(*start, out, 6, lineOf(35, {E2E4, E7E5}), 120000, 61234000);
+    EXPECT_STREQ(out, " 6 +0.35 01:01:234   120000 1.96 e4 e5 \n");
+    formatConsoleRow(*start, out, 12, lineOf(-120, {E2E4}), 5, 1000);
+    EXPECT_STREQ(out, "12 -1.20 00:00:001        5 5.00 e4 \n");
+    formatConsoleRow(*start, out, 7, lineOf(31995, {}), 5, 1000);
+    EXPECT_STREQ(out, " 7 +M3 00:00:001        5 5.00 \n");
+    formatConsoleRow(*start, out, 7, lineOf(-31996, {}), 5, 1000);
+    EXPECT_STREQ(out, " 7 -M2 00:00:001        5 5.00 \n");
+
+    // The text stops at the first move that is not legal where it stands, and the board is
+    // left as it was.
+    const std::uint64_t key = start->hashKey;
+    formatConsoleRow(*start, out, 2, lineOf(10, {E2E4, E2E4, E7E5}), 5, 1000);
+    EXPECT_STREQ(out, " 2 +0.10 00:00:001        5 5.00 e4 \n");
+    EXPECT_EQ(start->hashKey, key);
+    EXPECT_EQ(start->historyCount, 0u);
+}
+
+// The dialect follows the suite mode first, then the protocol; with no protocol nothing.
+TEST(SearchReport, DialectFollowsSuiteModeThenProtocol) {
+    ChessBoardUCI engine;
+    engine.initTables(0);
+    engine.newGame();
+    const PrincipalVariation pv = lineOf(35, {E2E4});
+    const int savedProtocol     = protocol;
+    auto printed                = [&](int suite, int dialect) {
+        engine.suiteMode = suite;
+        protocol         = dialect;
+        testing::internal::CaptureStdout();
+        engine.printSearchInfo(4, pv, 1000, 1000000);
+        return testing::internal::GetCapturedStdout();
+    };
+    EXPECT_EQ(printed(1, PROTOCOL_UCI), " 4 +0.35 00:01:000     1000 1.00 e4 \n");
+    EXPECT_EQ(printed(0, PROTOCOL_UCI),
+              "info depth 4 score cp 35 time 1000 nodes 1000 nps 1000 pv e2e4 \n");
+    EXPECT_EQ(printed(0, PROTOCOL_XBOARD), "4 35 100 1000 e2e4 \n");
+    EXPECT_EQ(printed(0, PROTOCOL_NONE), "");
+    protocol = savedProtocol;
+}

@@ -1,0 +1,111 @@
+// What the three searches share: one node's working state, the node-type alternation, the
+// move picker, the extension rule, the table cut-off rule and the cheap part of the
+// stop-and-poll step that every node takes first.
+#pragma once
+
+#include "board/chess_board.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstddef>
+#include <cstring>
+
+// A score no table entry can hold: "the table gives no cut-off".
+constexpr int NO_CUTOFF = 123456;
+// A full-width node deeper than this only evaluates; quiescence stops one ply later. Both
+// keep every per-ply array (PV, killers, move stack) inside its MAX_PLY rows.
+constexpr int DEEPEST_SEARCH_PLY     = MAX_PLY - 2;
+constexpr int DEEPEST_QUIESCENCE_PLY = MAX_PLY - 1;
+
+// Node types: 0 on the principal variation, 1 and 2 the two kinds of null-window node that
+// alternate down the tree. The first move of a node inherits the other kind.
+constexpr std::uint8_t PV_NODE          = 0;
+constexpr std::uint8_t RE_SEARCH_NODE   = 1;
+constexpr std::uint8_t childNodeType[3] = {0, 2, 1};
+
+struct SearchNode {
+    int depth; // eighths of a ply
+    int moveBase;
+    int alpha, beta;
+    int ply;
+    int type;
+    bool inCheck;
+    bool mateThreat = false;
+    bool futile     = false;
+    Move hashMove   = NO_MOVE;
+};
+
+// The record of the move that led to the current node: the parent writes the node's
+// in-check flag and type into it before searching the node. At a root without moves it is
+// the spare record in front of the first, hence the signed index.
+inline HistoryRecord& currentRecord(ChessBoard& board) {
+    return board.history[std::ptrdiff_t(board.historyCount) - 1];
+}
+
+// Selection sort, one step at a time: most nodes cut off after a move or two, so sorting
+// the whole list first would be wasted. The first of equal scores wins, which keeps the
+// generator's order among equals.
+inline void pickNext(MoveEntry* list, int index, int count) {
+    int best = index;
+    for (int i = index + 1; i < count; ++i)
+        if (list[i].score > list[best].score)
+            best = i;
+    if (best != index)
+        std::swap(list[index], list[best]);
+}
+
+// Extra depth for a move, in eighths: a check, a mate threat against the mover, a pawn
+// reaching the seventh rank and a like-for-like exchange of pieces; never more than a ply.
+inline int moveExtension(Move m, bool givesCheck, bool mateThreat) {
+    int extension = givesCheck ? ONE_PLY : 0;
+    if (mateThreat)
+        extension += 4;
+    if (movePiece(m) == PAWN && (rankOf(moveTo(m)) == 6 || rankOf(moveTo(m)) == 1))
+        extension += ONE_PLY;
+    if (moveCaptured(m) >= KNIGHT && moveCaptured(m) == movePiece(m))
+        extension += 6;
+    return std::min(extension, ONE_PLY);
+}
+
+// What a table entry proves for the window, or NO_CUTOFF.
+inline int tableCutoff(std::uint32_t info, int alpha, int beta) {
+    const int score = infoScore(info);
+    switch (infoBound(info)) {
+    case BOUND_EXACT:
+        return score;
+    case BOUND_UPPER:
+        return score <= alpha ? alpha : NO_CUTOFF;
+    case BOUND_LOWER:
+        return score >= beta ? beta : NO_CUTOFF;
+    default:
+        return NO_CUTOFF;
+    }
+}
+
+// The move followed by the child's line becomes this node's line.
+inline void extendLine(PrincipalVariation& pv, Move m, int score, const PrincipalVariation& child) {
+    const std::uint32_t tail = std::min<std::uint32_t>(child.count, MAX_PLY - 1);
+    pv.moves[0]              = m;
+    pv.scores[0]             = std::int16_t(score);
+    std::memcpy(pv.moves + 1, child.moves, tail * sizeof(Move));
+    std::memcpy(pv.scores + 1, child.scores, tail * sizeof(std::int16_t));
+    pv.count = tail + 1;
+}
+
+// The stop-and-poll step, taken first by every node: true when the node must return at
+// once. The node limit is counted at every node; the clock and the input only every
+// pollInterval nodes, in pollStopsSearch.
+inline bool nodeMustStop(ChessBoard& board) {
+    if (board.stopSearch)
+        return true;
+    bool pollNode = false;
+    if (++board.pollCounter >= board.pollInterval) {
+        board.pollCounter -= board.pollInterval;
+        pollNode = true;
+    }
+    if (board.timeMode == TIME_NODES && std::uint64_t(board.nodeLimit) <= board.nodeCount) {
+        board.stopSearch = 1;
+        return true;
+    }
+    return pollNode && board.pollStopsSearch();
+}
