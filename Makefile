@@ -2,6 +2,7 @@
 BUILD_DIR    ?= build/release
 SANITIZE_DIR ?= build/sanitize
 JOBS         ?= $(shell nproc 2>/dev/null || echo 2)
+PREFIX       ?= /usr/local
 
 .PHONY: all run test test-release test-sanitize bench install clean
 
@@ -26,6 +27,11 @@ test-sanitize:
 
 bench: all
 	$(BUILD_DIR)/pellix-bench perft
+
+# Installs under $(PREFIX) (bin, share/man/man6, share/games/plugins/xboard); DESTDIR, when
+# given, is put in front of every path, as packaging tools expect.
+install: all
+	DESTDIR="$(DESTDIR)" cmake --install $(BUILD_DIR) --prefix "$(PREFIX)"
 
 clean:
 	rm -rf build

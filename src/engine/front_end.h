@@ -17,6 +17,10 @@ extern int movesLeftInSession;
 extern int forceMode;
 extern int debugMode;
 extern int protocolVersion;
+// Set when a command ends the engine's turn during a search: the search's move is not sent,
+// and moveDropped tells the command that it is still on the board, to be taken back.
+extern int dropSearchMove;
+extern int moveDropped;
 
 // The interactive engine: banner, command loop, shutdown. Returns the exit status.
 int runInteractive();

@@ -1,0 +1,112 @@
+// Feeds command lines to a running engine through its real standard input: the first byte
+// chooses the protocol, the rest is the session, read line by line by the command reader
+// (lines that arrive during a search are read by the search itself). Searches are cut
+// short by a poll budget, and deep perft requests are dropped, so every input finishes.
+// Afterwards the engine must be idle and its board consistent.
+#include "engine/command_reader.h"
+#include "engine/front_end.h"
+#include "engine/input.h"
+#include "engine/protocol_common.h"
+
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <string>
+#include <unistd.h>
+
+namespace {
+
+int pollsLeft = 0;
+
+// The engine's input test, with a budget: once spent, the running search is told to stop.
+int budgetedPoll() {
+    if (--pollsLeft < 0 && board)
+        board->stopSearch = 1;
+    return inputAvailable();
+}
+
+bool tooDeep(const std::string& line) {
+    if (line.rfind("perft", 0) != 0 && line.rfind("divide", 0) != 0)
+        return false;
+    const char* value = afterFirstBlank(line.c_str());
+    return value && readNumber(value) > 3;
+}
+
+// The session as it reaches the engine's standard input.
+std::string session(const std::uint8_t* data, std::size_t size) {
+    std::string text = data[0] & 1 ? "xboard\n" : "uci\n";
+    std::string line;
+    for (std::size_t i = 1; i <= size; ++i) {
+        if (i < size && data[i] != '\n') {
+            line += char(data[i]);
+            continue;
+        }
+        if (!tooDeep(line))
+            text += line + "\n";
+        line.clear();
+    }
+    return text;
+}
+
+void setUpOnce() {
+    char dir[] = "/tmp/pellix-fuzz-XXXXXX";
+    if (!mkdtemp(dir) || chdir(dir) != 0)
+        std::abort();
+    // A small table: created anew for every input.
+    if (std::FILE* ini = std::fopen("pellix.ini", "w")) {
+        std::fputs("[Engine]\nHash=2\n", ini);
+        std::fclose(ini);
+    }
+    const int null = open("/dev/null", O_WRONLY);
+    dup2(null, 1);
+    close(null);
+    commandBuffer   = static_cast<char*>(std::malloc(COMMAND_BUFFER_SIZE));
+    engineInputPoll = &budgetedPoll;
+}
+
+void resetFrontEnd() {
+    destroyEngine();
+    clearWaitingCommands();
+    resetInput();
+    protocol      = PROTOCOL_NONE;
+    quitRequested = forceMode = movesPerSession = movesLeftInSession = 0;
+    dropSearchMove = moveDropped = 0;
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    static const bool ready = (setUpOnce(), true);
+    (void)ready;
+    if (size == 0)
+        return 0;
+    const std::string text = session(data, size);
+    int ends[2];
+    if (pipe(ends) != 0)
+        std::abort();
+    // The whole session fits in the pipe (inputs are limited to a few kilobytes).
+    fcntl(ends[1], F_SETPIPE_SZ, 1 << 20);
+    if (write(ends[1], text.data(), text.size()) != ssize_t(text.size()))
+        std::abort();
+    close(ends[1]);
+    dup2(ends[0], 0);
+    close(ends[0]);
+    resetFrontEnd();
+
+    pollsLeft = 64;
+    while (!quitRequested && readCommand()) {
+        // A new game puts the poll interval back at its default; a short one keeps a fuzz
+        // run quick.
+        if (board)
+            board->pollInterval = 1000;
+    }
+    if (board) {
+        if (board->thinking)
+            std::abort();
+        if (!board->checkConsistency().empty())
+            std::abort();
+    }
+    resetFrontEnd();
+    return 0;
+}

@@ -1,0 +1,119 @@
+// Helpers shared by the UCI and XBoard handlers, and the engine's creation and destruction.
+#include "engine/protocol_common.h"
+
+#include "engine/config.h"
+#include "engine/front_end.h"
+#include "engine/input.h"
+#include "engine/trace.h"
+#include "tools/perft_output.h"
+
+#include <cctype>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+
+int (*engineInputPoll)() = &inputAvailable;
+
+bool startsWith(const char* line, const char* prefix) {
+    return std::strncmp(line, prefix, std::strlen(prefix)) == 0;
+}
+
+const char* afterFirstBlank(const char* line) {
+    const char* blank = std::strchr(line, ' ');
+    return blank ? blank + 1 : nullptr;
+}
+
+int readNumber(const char* text) {
+    const long value = std::strtol(text, nullptr, 10);
+    if (value > INT_MAX)
+        return INT_MAX;
+    if (value < INT_MIN)
+        return INT_MIN;
+    return int(value);
+}
+
+bool scanNumber(const char*& text, int& value) {
+    while (std::isspace(static_cast<unsigned char>(*text)))
+        ++text;
+    const char* digits = text + (*text == '-' || *text == '+');
+    if (!std::isdigit(static_cast<unsigned char>(*digits)))
+        return false;
+    value = readNumber(text);
+    text  = digits;
+    while (std::isdigit(static_cast<unsigned char>(*text)))
+        ++text;
+    return true;
+}
+
+bool scanWord(const char*& text, char* out, std::size_t size) {
+    while (std::isspace(static_cast<unsigned char>(*text)))
+        ++text;
+    if (!*text || size == 0)
+        return false;
+    std::size_t length = 0;
+    for (; *text && !std::isspace(static_cast<unsigned char>(*text)); ++text)
+        if (length + 1 < size)
+            out[length++] = *text;
+    out[length] = 0;
+    return true;
+}
+
+float clockMilliseconds(std::int64_t milliseconds) {
+    return milliseconds < 0 ? 0.0f : float(milliseconds);
+}
+
+std::uint32_t budgetMicroseconds(std::int64_t microseconds) {
+    if (microseconds < 0)
+        return 0;
+    return microseconds > std::int64_t(UINT32_MAX) ? UINT32_MAX : std::uint32_t(microseconds);
+}
+
+void createEngine() {
+    destroyEngine();
+    const int hash = configInt("Engine", "Hash", 128);
+    board          = new ChessBoardUCI();
+    board->initTables(hash);
+    board->inputPoll = engineInputPoll;
+    dropSearchMove = moveDropped = 0;
+    board->newGame();
+    if (configInt("Engine", "Book", 0) == 1) {
+        char bookFile[256];
+        configString("Engine", "BookFile", "pellixopenbook.bin", bookFile, sizeof bookFile);
+        if (!board->openBook(bookFile))
+            trace("no book : %s", bookFile);
+    }
+}
+
+void destroyEngine() {
+    if (!board)
+        return;
+    if (board->thinking) {
+        trace("stop thinking");
+        board->stopSearch = 1;
+    }
+    trace("free");
+    board->releaseTables();
+    trace("delete board");
+    delete board;
+    board = nullptr;
+}
+
+// Deeper than the move stack reaches counts nothing more, and keeps depth + 1 from
+// overflowing in the divide listing.
+constexpr int DEEPEST_PERFT = 1000;
+
+void perftCommand(const char* line) {
+    const char* value = afterFirstBlank(line);
+    if (!value || !board)
+        return;
+    const int depth = readNumber(value);
+    printPerftTable(*board, depth < DEEPEST_PERFT ? depth : DEEPEST_PERFT);
+}
+
+void divideCommand(const char* line) {
+    const char* value = afterFirstBlank(line);
+    if (!value || !board)
+        return;
+    const int depth = readNumber(value);
+    printDivideListing(*board, depth < DEEPEST_PERFT ? depth : DEEPEST_PERFT);
+}

@@ -1,0 +1,134 @@
+#include "engine_process.h"
+
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <fstream>
+#include <poll.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+EngineProcess::EngineProcess(const std::string& iniText, const std::string& binary) {
+    std::signal(SIGPIPE, SIG_IGN); // writing to an engine that has quit must not kill the test
+    char dir[] = "/tmp/pellix-engine-XXXXXX";
+    if (!mkdtemp(dir))
+        return;
+    scratch = dir;
+    if (!iniText.empty())
+        std::ofstream(scratch + "/pellix.ini") << iniText;
+    int toEngine[2], fromEngine[2];
+    if (pipe(toEngine) != 0 || pipe(fromEngine) != 0)
+        return;
+    pid = fork();
+    if (pid == 0) {
+        dup2(toEngine[0], 0);
+        dup2(fromEngine[1], 1);
+        close(toEngine[1]);
+        close(fromEngine[0]);
+        if (chdir(scratch.c_str()) == 0)
+            execl(binary.c_str(), binary.c_str(), nullptr);
+        _exit(127);
+    }
+    close(toEngine[0]);
+    close(fromEngine[1]);
+    input  = toEngine[1];
+    output = fromEngine[0];
+    fcntl(input, F_SETFD, FD_CLOEXEC);
+    fcntl(output, F_SETFD, FD_CLOEXEC);
+}
+
+EngineProcess::~EngineProcess() {
+    closeInput();
+    if (pid > 0 && waitExit(Millis(0)) < 0) {
+        kill(pid, SIGKILL);
+        waitpid(pid, nullptr, 0);
+    }
+    if (output >= 0)
+        close(output);
+    if (!scratch.empty())
+        std::system(("rm -rf " + scratch).c_str());
+}
+
+void EngineProcess::sendRaw(const std::string& bytes) {
+    std::size_t done = 0;
+    while (input >= 0 && done < bytes.size()) {
+        const ssize_t n = write(input, bytes.data() + done, bytes.size() - done);
+        if (n <= 0)
+            break;
+        done += std::size_t(n);
+    }
+}
+
+void EngineProcess::closeInput() {
+    if (input >= 0)
+        close(input);
+    input = -1;
+}
+
+std::optional<std::string> EngineProcess::readLine(Millis timeout) {
+    const auto deadline = std::chrono::steady_clock::now() + timeout;
+    for (;;) {
+        const std::size_t feed = buffered.find('\n');
+        if (feed != std::string::npos) {
+            std::string line = buffered.substr(0, feed);
+            buffered.erase(0, feed + 1);
+            return line;
+        }
+        const auto left =
+            std::chrono::duration_cast<Millis>(deadline - std::chrono::steady_clock::now());
+        if (output < 0 || left.count() < 0)
+            return std::nullopt;
+        pollfd fd{output, POLLIN, 0};
+        if (poll(&fd, 1, int(left.count())) <= 0)
+            return std::nullopt;
+        char chunk[4096];
+        const ssize_t n = read(output, chunk, sizeof chunk);
+        if (n <= 0) {
+            close(output);
+            output = -1;
+            return std::nullopt;
+        }
+        buffered.append(chunk, std::size_t(n));
+    }
+}
+
+std::optional<std::string> EngineProcess::waitFor(const std::string& prefix, Millis timeout,
+                                                  std::vector<std::string>* seen) {
+    const auto deadline = std::chrono::steady_clock::now() + timeout;
+    for (;;) {
+        const auto left =
+            std::chrono::duration_cast<Millis>(deadline - std::chrono::steady_clock::now());
+        std::optional<std::string> line = readLine(left.count() > 0 ? left : Millis(0));
+        if (!line)
+            return std::nullopt;
+        if (seen)
+            seen->push_back(*line);
+        if (line->rfind(prefix, 0) == 0)
+            return line;
+    }
+}
+
+std::vector<std::string> EngineProcess::drain(Millis quiet) {
+    std::vector<std::string> lines;
+    while (std::optional<std::string> line = readLine(quiet))
+        lines.push_back(*line);
+    return lines;
+}
+
+int EngineProcess::waitExit(Millis timeout) {
+    if (pid <= 0)
+        return status;
+    const auto deadline = std::chrono::steady_clock::now() + timeout;
+    for (;;) {
+        int raw          = 0;
+        const pid_t done = waitpid(pid, &raw, WNOHANG);
+        if (done == pid) {
+            status = WIFEXITED(raw) ? WEXITSTATUS(raw) : 128 + WTERMSIG(raw);
+            pid    = -1;
+            return status;
+        }
+        if (std::chrono::steady_clock::now() >= deadline)
+            return -1;
+        usleep(5000);
+    }
+}

@@ -1,0 +1,51 @@
+// A running engine process for the transcript and self-play tests: lines go in through one
+// pipe and come out through another, and every wait has a deadline, so an engine that hangs
+// fails its test instead of hanging it.
+#pragma once
+
+#include <chrono>
+#include <optional>
+#include <string>
+#include <sys/types.h>
+#include <vector>
+
+using Millis = std::chrono::milliseconds;
+
+// A small hash table keeps start-up cheap; the tests that care write their own file.
+constexpr const char* SMALL_ENGINE_INI = "[Engine]\nHash=16\n";
+
+class EngineProcess {
+public:
+    // Starts `binary` in a fresh scratch directory holding pellix.ini = iniText (none when
+    // empty). With the binary left out, starts the engine under test.
+    explicit EngineProcess(const std::string& iniText = SMALL_ENGINE_INI,
+                           const std::string& binary  = PELLIX_BINARY);
+    ~EngineProcess();
+    EngineProcess(const EngineProcess&)            = delete;
+    EngineProcess& operator=(const EngineProcess&) = delete;
+
+    void send(const std::string& line) { sendRaw(line + "\n"); }
+    void sendRaw(const std::string& bytes);
+    void closeInput();
+
+    // The next output line, or nothing when none is complete before the timeout.
+    std::optional<std::string> readLine(Millis timeout);
+    // Reads lines until one starts with prefix; answers that line, or nothing on timeout.
+    // Every line read, that one included, is appended to `seen` when it is given.
+    std::optional<std::string> waitFor(const std::string& prefix, Millis timeout,
+                                       std::vector<std::string>* seen = nullptr);
+    // Every line that arrives within the quiet period.
+    std::vector<std::string> drain(Millis quiet);
+    // The exit status once the process has ended, or -1 if it has not within the timeout.
+    int waitExit(Millis timeout);
+
+    pid_t processId() const { return pid; }
+
+private:
+    pid_t pid  = -1;
+    int input  = -1; // our end of the engine's standard input
+    int output = -1; // our end of the engine's standard output
+    int status = -1;
+    std::string buffered;
+    std::string scratch;
+};
