@@ -20,27 +20,9 @@ SilentBoard& mirrorBoard() {
 }
 
 std::string mirroredFen(const ChessBoard& board) {
-    std::string fen;
-    for (int row = 0; row < 8; ++row) {
-        int empty = 0;
-        for (int file = 0; file < 8; ++file) {
-            const Square s = squareAt(file, row);
-            if (!board.pieceArray[s]) {
-                ++empty;
-                continue;
-            }
-            if (empty)
-                fen += char('0' + empty);
-            empty = 0;
-            fen += pieceLetters[(board.bbColorPiece[WHITE] & bit(s)) ? BLACK : WHITE]
-                               [board.pieceArray[s] - 1];
-        }
-        if (empty)
-            fen += char('0' + empty);
-        if (row < 7)
-            fen += '/';
-    }
-    return fen + (board.sideToMove == WHITE ? " b - - 0 1" : " w - - 0 1");
+    char fen[128];
+    board.toMirroredFen(fen);
+    return fen;
 }
 
 // Shelter bounds are deliberately not mirror images (a3 and h3 against a6 and h6).

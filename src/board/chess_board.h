@@ -81,6 +81,9 @@ public:
     void newGame();
     int setPosition(const char* fen); // 1 accepted, 0 rejected (board untouched)
     void toFen(char* out) const;      // at least 100 bytes
+    // The position flipped top to bottom with colours and the side to move swapped (no
+    // castling or en passant): the same game seen from the other side, for symmetry checks.
+    void toMirroredFen(char* out) const;
     int rootMoveCount = 0;            // moves generated when the position was set
 
     // --- Make and unmake (board/make_move.cpp) ----------------------------------------------

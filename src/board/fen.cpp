@@ -182,29 +182,45 @@ int ChessBoard::setPosition(const char* text) {
     return 1;
 }
 
-void ChessBoard::toFen(char* out) const {
-    char* p = out;
-    for (int rank = 7; rank >= 0; --rank) {
-        int empty = 0;
+namespace {
+
+// The placement field, rank 8 first; mirrored, rank 1 comes first and colours swap.
+char* writePlacement(const ChessBoard& board, char* p, bool mirrored) {
+    for (int row = 0; row < 8; ++row) {
+        const int rank = mirrored ? row : 7 - row;
+        int empty      = 0;
         for (int file = 0; file < 8; ++file) {
             Square s = squareAt(file, rank);
-            if (!pieceArray[s] || pieceArray[s] > KING) {
+            if (!board.pieceArray[s] || board.pieceArray[s] > KING) {
                 ++empty;
                 continue;
             }
             if (empty)
                 *p++ = char('0' + empty);
-            empty = 0;
-            *p++  = pieceLetters[(bbColorPiece[WHITE] & bit(s)) ? WHITE : BLACK][pieceArray[s] - 1];
+            empty            = 0;
+            const bool white = (board.bbColorPiece[WHITE] & bit(s)) != 0;
+            *p++ = pieceLetters[white != mirrored ? WHITE : BLACK][board.pieceArray[s] - 1];
         }
         if (empty)
             *p++ = char('0' + empty);
-        if (rank)
+        if (row < 7)
             *p++ = '/';
     }
-    *p++ = ' ';
-    *p++ = sideToMove == WHITE ? 'w' : 'b';
-    *p++ = ' ';
+    return p;
+}
+
+} // namespace
+
+void ChessBoard::toMirroredFen(char* out) const {
+    char* p = writePlacement(*this, out, true);
+    std::sprintf(p, sideToMove == WHITE ? " b - - 0 1" : " w - - 0 1");
+}
+
+void ChessBoard::toFen(char* out) const {
+    char* p = writePlacement(*this, out, false);
+    *p++    = ' ';
+    *p++    = sideToMove == WHITE ? 'w' : 'b';
+    *p++    = ' ';
     if (!castleRights)
         *p++ = '-';
     if (castleRights & CASTLE_WHITE_SHORT)

@@ -1,6 +1,7 @@
 // FEN acceptance and rejection by the engine's own rules, and what an accepted FEN sets.
 #include "test_support.h"
 
+#include <cstring>
 #include <gtest/gtest.h>
 #include <random>
 
@@ -92,6 +93,15 @@ TEST(Fen, WriterRoundTrips) {
         board->toFen(text);
         auto again = boardFrom(text);
         EXPECT_TRUE(samePosition(*board, *again)) << c.fen << " wrote " << text;
+        // Mirrored twice, the pieces and the side to move come back where they were.
+        board->toMirroredFen(text);
+        auto mirrored = boardFrom(text);
+        mirrored->toMirroredFen(text);
+        auto twice = boardFrom(text);
+        EXPECT_EQ(0, std::memcmp(twice->pieceArray, board->pieceArray, 64)) << c.fen;
+        EXPECT_EQ(twice->bbColorPiece[WHITE], board->bbColorPiece[WHITE]) << c.fen;
+        EXPECT_EQ(twice->sideToMove, board->sideToMove) << c.fen;
+        EXPECT_EQ(mirrored->material[BLACK], board->material[WHITE]) << c.fen;
     }
 }
 

@@ -10,30 +10,10 @@
 
 namespace {
 
-// The position flipped top to bottom with the colours swapped and the other side to move.
-// Castling and en passant do not reach the evaluation and are dropped.
 std::string mirroredFen(const ChessBoard& board) {
-    std::string fen;
-    for (int row = 0; row < 8; ++row) { // row 0 of the mirror is the source's rank 1
-        int empty = 0;
-        for (int file = 0; file < 8; ++file) {
-            const Square s = squareAt(file, row);
-            if (!board.pieceArray[s]) {
-                ++empty;
-                continue;
-            }
-            if (empty)
-                fen += char('0' + empty);
-            empty                  = 0;
-            const bool sourceWhite = board.bbColorPiece[WHITE] & bit(s);
-            fen += pieceLetters[sourceWhite ? BLACK : WHITE][board.pieceArray[s] - 1];
-        }
-        if (empty)
-            fen += char('0' + empty);
-        if (row < 7)
-            fen += '/';
-    }
-    return fen + (board.sideToMove == WHITE ? " b - - 0 1" : " w - - 0 1");
+    char fen[128];
+    board.toMirroredFen(fen);
+    return fen;
 }
 
 // Shelter is counted for White's king below square 23 and Black's above 40: a king on a3,
