@@ -98,9 +98,11 @@ double referenceNps(const char* engine, int milliseconds) {
 
 } // namespace
 
-// Arguments: [depth] [milliseconds per position for the reference engines, 0 to skip them]
+// Arguments: [depth, 0 for the default] [milliseconds per position for the reference
+// engines, 0 to skip them]
 int benchSearch(int argc, char** argv) {
-    const int depth         = argc >= 1 ? std::atoi(argv[0]) : DEFAULT_DEPTH;
+    const int given         = argc >= 1 ? std::atoi(argv[0]) : 0;
+    const int depth         = given > 0 ? given : DEFAULT_DEPTH;
     const int referenceTime = argc >= 2 ? std::atoi(argv[1]) : 2000;
     auto board              = std::make_unique<SilentBoard>();
     board->initTables(16);

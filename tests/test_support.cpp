@@ -12,6 +12,27 @@ std::string dataPath(const std::string& name) {
     return std::string(PELLIX_DATA_DIR) + "/" + name;
 }
 
+namespace {
+
+std::size_t casesHeldBy(const std::string& name) {
+    struct DataFile {
+        const char* name;
+        std::size_t cases;
+    };
+    constexpr DataFile files[] = {{"tricky.perft", 19}, {"random.perft", 6838}, {"wac.epd", 299}};
+    for (const DataFile& f : files)
+        if (name == f.name)
+            return f.cases;
+    ADD_FAILURE() << name << " is not one of the reference files";
+    return 1;
+}
+
+void expectAllCasesRead(const std::string& name, std::size_t read) {
+    EXPECT_GE(read, casesHeldBy(name)) << "read only " << read << " cases from " << dataPath(name);
+}
+
+} // namespace
+
 std::vector<PerftCase> loadPerftSuite(const std::string& name) {
     std::ifstream in(dataPath(name));
     std::vector<PerftCase> suite;
@@ -37,7 +58,22 @@ std::vector<PerftCase> loadPerftSuite(const std::string& name) {
             suite.back().counts[depth - 1] = count;
         }
     }
+    expectAllCasesRead(name, suite.size());
     return suite;
+}
+
+std::vector<std::string> loadEpdFens(const std::string& name) {
+    std::ifstream in(dataPath(name));
+    std::vector<std::string> fens;
+    std::string line;
+    while (std::getline(in, line)) {
+        std::istringstream words(line);
+        std::string placement, side, castle, ep;
+        if (words >> placement >> side >> castle >> ep)
+            fens.push_back(placement + " " + side + " " + castle + " " + ep + " 0 1");
+    }
+    expectAllCasesRead(name, fens.size());
+    return fens;
 }
 
 bool hasStandardCastling(const std::string& fen) {

@@ -11,12 +11,19 @@
 
 std::string dataPath(const std::string& name);
 
+// The reference files under tests/data and the number of cases each holds. A loader that
+// reads fewer (a missing, truncated or renamed file) fails the test that asked for it, so
+// no test passes by looping over nothing.
+// Perft suites: "id", "epd" and "perft DEPTH COUNT" lines.
+
 struct PerftCase {
     std::string id;
     std::string fen;                   // with counters, ready for setPosition
     std::vector<std::uint64_t> counts; // counts[d - 1] = leaves at depth d
 };
 std::vector<PerftCase> loadPerftSuite(const std::string& name);
+// The positions of an EPD file, each completed with "0 1" counters.
+std::vector<std::string> loadEpdFens(const std::string& name);
 // False for the suites' X-FEN positions, whose castling rights belong to rooks off the
 // corners or kings off the e-file: Chess960, which the engine does not play.
 bool hasStandardCastling(const std::string& fen);

@@ -71,7 +71,9 @@ int ChessBoard::searchNode(SearchNode& node, PrincipalVariation& pv, bool nullAl
     if (node.depth < ONE_PLY)
         return quiesceLeaf(node, pv);
 
-    PrincipalVariation local; // the children's line buffer, for null move and IID too
+    // The children's line buffer, for null move and IID too. It starts empty: a null-move
+    // child that fails low stores its buffer's first move as the position's hash move.
+    PrincipalVariation local;
     if (!node.inCheck && nullAllowed && gameStage < 3 && material[sideToMove] > 400 &&
         node.type != PV_NODE) {
         const int cutoff = tryNullMove(node, local);

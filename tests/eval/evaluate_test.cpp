@@ -25,23 +25,10 @@ bool kingOnShelterBound(const ChessBoard& board) {
     return (board.bbPiece[WHITE][KING] | board.bbPiece[BLACK][KING]) & bounds;
 }
 
-std::vector<std::string> epdFens(const std::string& name) {
-    std::ifstream in(dataPath(name));
-    std::vector<std::string> fens;
-    std::string line;
-    while (std::getline(in, line)) {
-        std::istringstream words(line);
-        std::string placement, side, castle, ep;
-        if (words >> placement >> side >> castle >> ep)
-            fens.push_back(placement + " " + side + " " + castle + " " + ep + " 0 1");
-    }
-    return fens;
-}
-
 // Positions from random games, the shared suites and a few odd set-ups the FEN reader lets
 // through (pawns on the back ranks, no kings, nine queens).
 std::vector<std::string> symmetryPositions() {
-    std::vector<std::string> fens = epdFens("wac.epd");
+    std::vector<std::string> fens = loadEpdFens("wac.epd");
     for (const char* suite : {"tricky.perft", "random.perft"})
         for (const PerftCase& c : loadPerftSuite(suite))
             fens.push_back(c.fen);

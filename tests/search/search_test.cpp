@@ -1,5 +1,5 @@
 // The full-width, root and capture searches: mate and draw scores, a board left as found at
-// every stop, the per-ply arrays at the deepest plies, and repeatable node counts.
+// every stop and the per-ply arrays at the deepest plies.
 #include "search/search_node.h"
 #include "search_test_board.h"
 #include "test_support.h"
@@ -136,18 +136,6 @@ TEST(Search, DeepestPliesStayInsideTheirArrays) {
         EXPECT_LT(std::abs(score), MATE_BOUND);
         EXPECT_LE(pv.count, std::uint32_t(MAX_PLY - ply));
         EXPECT_EQ(before.differences(*board), "") << ply;
-    }
-}
-
-TEST(Search, FixedDepthSearchIsRepeatable) {
-    for (const char* fen : {START_FEN, KIWIPETE_FEN, mates[3].fen}) {
-        auto first  = searchBoard(fen);
-        auto second = searchBoard(fen);
-        thinkToDepth(*first, 5);
-        thinkToDepth(*second, 5);
-        EXPECT_EQ(first->nodeCount, second->nodeCount) << fen;
-        EXPECT_EQ(first->lastMove, second->lastMove) << fen;
-        EXPECT_GT(first->nodeCount, 100u);
     }
 }
 
