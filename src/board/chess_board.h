@@ -4,15 +4,15 @@
 // owns its concern (board/, movegen/, eval/, search/, book/).
 #pragma once
 
-#include <cstdint>
-#include <memory>
-
 #include "board/position.h"
 #include "board/types.h"
 #include "book/opening_book.h"
 #include "eval/eval_info.h"
 #include "search/principal_variation.h"
 #include "search/transposition_table.h"
+
+#include <cstdint>
+#include <memory>
 
 struct SearchNode; // search/search_node.h
 
@@ -84,7 +84,7 @@ public:
     // The position flipped top to bottom with colours and the side to move swapped (no
     // castling or en passant): the same game seen from the other side, for symmetry checks.
     void toMirroredFen(char* out) const;
-    int rootMoveCount = 0;            // moves generated when the position was set
+    int rootMoveCount = 0; // moves generated when the position was set
 
     // --- Make and unmake (board/make_move.cpp) ----------------------------------------------
     int makeMove(Move m); // 1 legal, 0 own king attacked; made either way
@@ -179,8 +179,8 @@ public:
     void internalDeepening(SearchNode& node, PrincipalVariation& local);
     bool isFutile(const SearchNode& node);
     int searchMoves(SearchNode& node, PrincipalVariation& pv, PrincipalVariation& childPv);
-    int searchChild(const SearchNode& node, const MoveEntry& entry, int extension,
-                    bool givesCheck, int searched, PrincipalVariation& childPv);
+    int searchChild(const SearchNode& node, const MoveEntry& entry, int extension, bool givesCheck,
+                    int searched, PrincipalVariation& childPv);
     void rememberCutoff(const SearchNode& node, const MoveEntry& entry, int score);
     int searchRootChild(Move m, int depth, int alpha, int beta, bool first,
                         PrincipalVariation& childPv);
@@ -191,32 +191,32 @@ public:
     void playChosenMove();
 
     HashTable hashTable;
-    int hashMegabytes = 0;
+    int hashMegabytes                     = 0;
     PrincipalVariation principalVariation = {};
-    Move bestMove                          = NO_MOVE;
+    Move bestMove                         = NO_MOVE;
 
-    int timeMode                 = TIME_CLOCK;
-    int depthOnlyLimit           = 5;
-    int maxDepth                 = MAX_PLY;
-    std::uint32_t timeLimit      = 7500;
-    std::uint32_t moveTime       = 5000000;
-    std::int64_t nodeLimit       = 1000000;
-    std::uint32_t pollInterval   = 30000;
-    std::uint32_t pollCounter    = 0;
-    int movesToGo                = 40;
-    float remainingTime[2]       = {0, 0};
-    int increment[2]             = {0, 0};
-    bool clockRunning[2]         = {false, false};
-    std::uint32_t clockStart[2]  = {0, 0};
-    std::int64_t searchStart     = 0; // performance-counter ticks
-    std::uint64_t nodeCount      = 0;
-    volatile int stopSearch      = 0;
-    int thinking                 = 0;
-    bool singleMove              = false;
-    int suiteMode                = 0;
+    int timeMode                = TIME_CLOCK;
+    int depthOnlyLimit          = 5;
+    int maxDepth                = MAX_PLY;
+    std::uint32_t timeLimit     = 7500;
+    std::uint32_t moveTime      = 5000000;
+    std::int64_t nodeLimit      = 1000000;
+    std::uint32_t pollInterval  = 30000;
+    std::uint32_t pollCounter   = 0;
+    int movesToGo               = 40;
+    float remainingTime[2]      = {0, 0};
+    int increment[2]            = {0, 0};
+    bool clockRunning[2]        = {false, false};
+    std::uint32_t clockStart[2] = {0, 0};
+    std::int64_t searchStart    = 0; // performance-counter ticks
+    std::uint64_t nodeCount     = 0;
+    volatile int stopSearch     = 0;
+    int thinking                = 0;
+    bool singleMove             = false;
+    int suiteMode               = 0;
     // The front end's non-blocking test for a waiting command line, asked at poll nodes;
     // tools and tests leave it empty and are never interrupted.
-    int (*inputPoll)()           = nullptr;
+    int (*inputPoll)() = nullptr;
 
     // --- Opening book (book/) ---------------------------------------------------------------
     // Loads a book file and turns book use on when it loaded.
@@ -227,17 +227,17 @@ public:
     bool bookEnabled = false;
 
     // --- Hooks, in their fixed slot order ---------------------------------------------------
-    virtual void hookReserved2()                                    = 0;
-    virtual void hookGameMove()                                     = 0;
-    virtual void hookThinkStarted()                                 = 0;
-    virtual void sendMove()                                         = 0;
-    virtual void hookThinkEnded()                                   = 0;
+    virtual void hookReserved2()                    = 0;
+    virtual void hookGameMove()                     = 0;
+    virtual void hookThinkStarted()                 = 0;
+    virtual void sendMove()                         = 0;
+    virtual void hookThinkEnded()                   = 0;
     virtual void printSearchInfo(int depth, const PrincipalVariation& pv, std::uint64_t nodes,
-                                 double timeMicros)                 = 0;
-    virtual void hookSearchStarted()                                = 0;
-    virtual void hookBoardEvent()                                   = 0;
-    virtual void hookReserved10()                                   = 0;
-    virtual int readCommand()                                       = 0;
+                                 double timeMicros) = 0;
+    virtual void hookSearchStarted()                = 0;
+    virtual void hookBoardEvent()                   = 0;
+    virtual void hookReserved10()                   = 0;
+    virtual int readCommand()                       = 0;
 
 private:
     // What unmake restores from: the key, the move and the state make is about to change.

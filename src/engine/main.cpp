@@ -1,10 +1,10 @@
 // Process entry: a command-line test mode, or the interactive engine.
-#include <cstdlib>
-#include <cstring>
-
 #include "engine/front_end.h"
 #include "tools/epd_suite.h"
 #include "tools/test_modes.h"
+
+#include <cstdlib>
+#include <cstring>
 
 int main(int argc, char** argv) {
     if (argc >= 2) {

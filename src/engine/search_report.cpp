@@ -100,8 +100,8 @@ void formatUciInfo(char* out, int depth, const PrincipalVariation& pv, std::uint
     const int milliseconds = toInt32(timeMicros * 0.001);
     // A search that took no measurable time has no rate: report 0 rather than a conversion
     // of infinity.
-    const int nps = timeMicros > 0 ? int(toInt64(double(nodes) * 1000000.0 / timeMicros)) : 0;
-    const int score        = reportedScore(pv);
+    const int nps   = timeMicros > 0 ? int(toInt64(double(nodes) * 1000000.0 / timeMicros)) : 0;
+    const int score = reportedScore(pv);
     // Being mated puts the minus sign on the depth, and the mate count stays positive:
     // interfaces have always read this engine's lines that way.
     if (score <= -MATE_SHOWN)

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <cstddef>
 #include <cstring>
 
 // A score no table entry can hold: "the table gives no cut-off".

@@ -91,7 +91,7 @@ TEST(BookProbe, TheBuiltBookLeadsGamesThroughTheOpening) {
     auto board = boardFrom(START_FEN);
     ASSERT_TRUE(board->openBook(PELLIX_OPENING_BOOK));
     std::srand(2024);
-    int plies = 0;
+    int plies           = 0;
     constexpr int GAMES = 50;
     for (int game = 0; game < GAMES; ++game) {
         board->newGame();

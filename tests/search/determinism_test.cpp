@@ -49,7 +49,7 @@ std::string signatureLine(const std::string& output) {
 TEST(Determinism, SearchIgnoresWhatTheStackHeldBefore) {
     for (const char* fen :
          {KIWIPETE_FEN, "r1bq1rk1/pp2bppp/2n1pn2/3p4/2PP4/2N1PN2/PP3PPP/R2QKB1R b KQ - 0 8"}) {
-        const Outcome clean       = searchOverJunk(fen, NO_MOVE);
+        const Outcome clean           = searchOverJunk(fen, NO_MOVE);
         const std::vector<Move> moves = legalMoves(*boardFrom(fen));
         for (std::size_t i = 0; i < moves.size(); i += 9) {
             const Outcome soiled = searchOverJunk(fen, moves[i]);

@@ -29,8 +29,8 @@ TEST(BenchSignature, TwoProcessesPrintTheRecordedSignature) {
     ASSERT_FALSE(recorded.empty()) << "no signature in " << PELLIX_SIGNATURE_FILE;
     // Depth 0 is the bench's default depth; 0 milliseconds leaves out the reference engines.
     const std::string command = std::string(PELLIX_BENCH_BINARY) + " search 0 0";
-    std::FILE* first  = popen(command.c_str(), "r");
-    std::FILE* second = popen(command.c_str(), "r");
+    std::FILE* first          = popen(command.c_str(), "r");
+    std::FILE* second         = popen(command.c_str(), "r");
     ASSERT_TRUE(first && second);
     const std::string a = readAll(first), b = readAll(second);
     pclose(first);
