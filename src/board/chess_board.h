@@ -5,10 +5,11 @@
 #pragma once
 
 #include "board/position.h"
+#include "board/principal_variation.h"
 #include "board/types.h"
+#include "board/zobrist.h"
 #include "book/opening_book.h"
 #include "eval/eval_info.h"
-#include "search/principal_variation.h"
 #include "search/transposition_table.h"
 
 #include <cstdint>
@@ -54,7 +55,7 @@ struct RepetitionEntry {
     bool irreversible;
 };
 
-class ChessBoard : public Position {
+class ChessBoard : public Position, public ZobristKeys {
 public:
     ChessBoard();
     virtual ~ChessBoard();
@@ -64,18 +65,8 @@ public:
     // --- Tables, keys and set-up (board/chess_board.cpp, board/zobrist.cpp) -----------------
     // Allocates the history stack, generates the keys and sizes the transposition table.
     void initTables(int hashMegabytes);
-    int initZobrist();
     void releaseTables();
-    std::uint64_t pieceKeyOf(Color c, Piece p, Square s) const {
-        return pieceKey[(c + 2 * (p - 1)) * 64 + s];
-    }
-    std::uint64_t computeKey() const; // from scratch
-
-    std::uint64_t pieceKey[12 * 64] = {};
-    std::uint64_t epKey[8]          = {};
-    std::uint64_t sideKey           = 0;
-    std::uint64_t castleKey[4]      = {}; // rights bits 1, 2, 4, 8
-    bool keysReady                  = false;
+    std::uint64_t computeKey() const { return keyOf(*this); } // from scratch
 
     // --- New game and FEN (board/new_game.cpp, board/fen.cpp) ------------------------------
     void newGame();
@@ -127,7 +118,7 @@ public:
     MoveEntry moveStack[MOVE_STACK_SIZE];
     std::uint8_t gameStatus = STATUS_NORMAL;
 
-    // --- Perft and divide (movegen/perft.cpp) -----------------------------------------------
+    // --- Perft and divide (movegen/perft.cpp; the reports in tools/perft_output.cpp) -------
     std::uint64_t perft(int depth, int listStart);
     void perftStats(int depth, int listStart);
     int divide(int depth); // fills divideRows, returns the number of rows

@@ -2,7 +2,7 @@
 // (coordinate text from the protocols, SAN from game files). The readers never build a move
 // from squares alone: they pick it from the moves generated in the position.
 #include "board/chess_board.h"
-#include "engine/trace.h"
+#include "board/trace.h"
 
 #include <cstdio>
 #include <cstring>

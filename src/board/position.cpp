@@ -2,7 +2,7 @@
 // whole-position comparison the tests use.
 #include "board/position.h"
 
-#include "engine/trace.h"
+#include "board/trace.h"
 
 #include <cstring>
 

@@ -1,12 +1,13 @@
 // The Zobrist keys: 781 keys from MT19937 with a fixed seed, so every run and every board
 // hashes a position to the same key; and the key of a position computed from scratch.
-#include "board/chess_board.h"
+#include "board/zobrist.h"
+
 #include "board/mt19937.h"
-#include "engine/trace.h"
+#include "board/trace.h"
 
 #include <cstring>
 
-int ChessBoard::initZobrist() {
+int ZobristKeys::initZobrist() {
     if (keysReady)
         return 1;
     constexpr int KEY_COUNT           = 781;
@@ -35,20 +36,21 @@ int ChessBoard::initZobrist() {
     return 1;
 }
 
-std::uint64_t ChessBoard::computeKey() const {
+std::uint64_t ZobristKeys::keyOf(const Position& position) const {
     std::uint64_t key = 0;
     for (Color c : {WHITE, BLACK})
-        for (Bitboard b = bbColorPiece[c]; b;) {
-            Square s = popLowest(b);
-            if (pieceArray[s] >= PAWN && pieceArray[s] <= KING)
-                key ^= pieceKeyOf(c, Piece(pieceArray[s]), s);
+        for (Bitboard b = position.bbColorPiece[c]; b;) {
+            const Square s  = popLowest(b);
+            const int piece = position.pieceArray[s];
+            if (piece >= PAWN && piece <= KING)
+                key ^= pieceKeyOf(c, Piece(piece), s);
         }
-    if (epFile)
-        key ^= epKey[epFile - 1];
+    if (position.epFile)
+        key ^= epKey[position.epFile - 1];
     for (int i = 0; i < 4; ++i)
-        if (castleRights & (1 << i))
+        if (position.castleRights & (1 << i))
             key ^= castleKey[i];
-    if (sideToMove == BLACK)
+    if (position.sideToMove == BLACK)
         key ^= sideKey;
     return key;
 }

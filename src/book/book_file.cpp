@@ -1,8 +1,8 @@
 // The book file: "BOOK", a version word, a node count and variable-length node records, every
 // integer little-endian. A damaged file never takes the engine down: reading stops at the
 // first record that does not fit and keeps the records before it.
+#include "board/trace.h"
 #include "book/opening_book.h"
-#include "engine/trace.h"
 
 #include <cstring>
 #include <memory>

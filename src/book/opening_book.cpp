@@ -4,7 +4,7 @@
 #include "book/opening_book.h"
 
 #include "board/chess_board.h"
-#include "engine/trace.h"
+#include "board/trace.h"
 
 #include <algorithm>
 #include <cstring>

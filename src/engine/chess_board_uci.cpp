@@ -4,7 +4,7 @@
 
 #include "engine/command_reader.h"
 #include "engine/front_end.h"
-#include "engine/send_command.h"
+#include "platform/send_command.h"
 
 void ChessBoardUCI::sendMove() {
     if (dropSearchMove) {

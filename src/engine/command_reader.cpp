@@ -3,9 +3,9 @@
 // the search, so anything that would change what the search stands on is kept back.
 #include "engine/command_reader.h"
 
+#include "board/trace.h"
 #include "engine/front_end.h"
 #include "engine/input.h"
-#include "engine/trace.h"
 #include "engine/uci.h"
 #include "engine/xboard.h"
 

@@ -1,10 +1,10 @@
 // The front end's globals and the interactive engine's life: banner, command loop, shutdown.
 #include "engine/front_end.h"
 
+#include "board/trace.h"
 #include "engine/command_reader.h"
 #include "engine/protocol_common.h"
-#include "engine/send_command.h"
-#include "engine/trace.h"
+#include "platform/send_command.h"
 
 #include <cstdio>
 #include <cstdlib>

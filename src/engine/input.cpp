@@ -3,7 +3,7 @@
 // waiting commands.
 #include "engine/input.h"
 
-#include "engine/trace.h"
+#include "board/trace.h"
 
 #include <cerrno>
 #include <cstring>

@@ -1,10 +1,10 @@
 // Helpers shared by the UCI and XBoard handlers, and the engine's creation and destruction.
 #include "engine/protocol_common.h"
 
+#include "board/trace.h"
 #include "engine/config.h"
 #include "engine/front_end.h"
 #include "engine/input.h"
-#include "engine/trace.h"
 #include "tools/perft_output.h"
 
 #include <cctype>

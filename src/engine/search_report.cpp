@@ -3,7 +3,7 @@
 
 #include "engine/chess_board_uci.h"
 #include "engine/front_end.h"
-#include "engine/send_command.h"
+#include "platform/send_command.h"
 
 #include <cinttypes>
 #include <cmath>

@@ -3,10 +3,10 @@
 // by the console adapter when the search has played it.
 #include "engine/uci.h"
 
+#include "board/trace.h"
 #include "engine/front_end.h"
 #include "engine/protocol_common.h"
-#include "engine/send_command.h"
-#include "engine/trace.h"
+#include "platform/send_command.h"
 
 #include <cstring>
 

@@ -3,10 +3,10 @@
 // answers with a search unless it is in force mode.
 #include "engine/xboard.h"
 
+#include "board/trace.h"
 #include "engine/front_end.h"
 #include "engine/protocol_common.h"
-#include "engine/send_command.h"
-#include "engine/trace.h"
+#include "platform/send_command.h"
 
 #include <algorithm>
 #include <climits>

@@ -1,7 +1,7 @@
 // Sizing, clearing and releasing the evaluation cache; probe and store are inline.
 #include "eval/eval_cache.h"
 
-#include "engine/trace.h"
+#include "board/trace.h"
 
 #include <cstdlib>
 #include <cstring>

@@ -1,8 +1,6 @@
 // Perft, its statistics variant and divide: counting the leaves of the legal move tree to
 // check generation, make and unmake. Each level writes its move list behind its parent's.
 #include "board/chess_board.h"
-#include "engine/trace.h"
-#include "tools/profiler.h"
 
 namespace {
 
@@ -126,21 +124,4 @@ int ChessBoard::divide(int depth) {
     }
     inCheck = checked;
     return divideCount;
-}
-
-void ChessBoard::perftReport(int deepest) {
-    trace("Perft result :\n");
-    for (int depth = 1; depth <= deepest; ++depth) {
-        perftCounters = {};
-        perftStats(depth, 0);
-        trace("%12I64d", perftCounters.nodes);
-    }
-    printProfile();
-    hookThinkEnded();
-}
-
-void ChessBoard::divideReport(int depth) {
-    divide(depth + 1);
-    trace("Divide result :\n");
-    hookThinkEnded();
 }

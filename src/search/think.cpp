@@ -2,9 +2,9 @@
 // window with the stop rules of each time mode, then the move played on the board and
 // handed to the front end. The budget itself is computed in time_control.cpp.
 #include "board/chess_board.h"
-#include "engine/trace.h"
+#include "board/trace.h"
+#include "platform/clock.h"
 #include "search/search_node.h"
-#include "tools/profiler.h"
 
 #include <cstdlib>
 #include <cstring>

@@ -1,20 +1,11 @@
 // Time control: the budget of one move for each time mode, the clock and input check of
 // the poll nodes, and the one setter of the time mode. The iterations that obey the budget
 // live in think.cpp.
-#include "search/time_control.h"
-
 #include "board/chess_board.h"
-#include "search/search_node.h"
-#include "tools/profiler.h"
+#include "platform/clock.h"
 
-#include <chrono>
+#include <algorithm>
 #include <cmath>
-
-std::uint32_t tickCount() {
-    using namespace std::chrono;
-    return std::uint32_t(
-        duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count());
-}
 
 namespace {
 
@@ -45,10 +36,6 @@ bool ChessBoard::pollStopsSearch() {
     if (inputPoll && inputPoll())
         readCommand();
     return stopSearch != 0;
-}
-
-bool ChessBoard::checkTime() {
-    return !nodeMustStop(*this);
 }
 
 void ChessBoard::computeTimeLimit() {

@@ -1,7 +1,7 @@
 // Sizing, clearing and releasing the transposition table.
 #include "search/transposition_table.h"
 
-#include "engine/trace.h"
+#include "board/trace.h"
 
 #include <cstdlib>
 #include <cstring>

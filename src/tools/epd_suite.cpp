@@ -3,9 +3,9 @@
 // expected text.
 #include "tools/epd_suite.h"
 
+#include "board/trace.h"
 #include "engine/config.h"
 #include "engine/front_end.h"
-#include "engine/trace.h"
 
 #include <algorithm>
 #include <cstdio>

@@ -22,7 +22,3 @@ void profileLeave(int handle);
 void printProfile();
 // Forgets every section.
 void resetProfile();
-
-// The performance counter: a monotonic tick count and its frequency in ticks per second.
-std::int64_t performanceCounter();
-std::int64_t performanceFrequency();

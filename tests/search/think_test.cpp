@@ -1,6 +1,6 @@
 // Deciding a move: the hooks in their order, the budget of each time mode, the reports of
 // the iterations, the stop rules, and input read at poll nodes.
-#include "search/time_control.h"
+#include "platform/clock.h"
 #include "search_test_board.h"
 #include "test_support.h"
 

@@ -1,6 +1,6 @@
 // Formats a protocol line and writes it, newline included, in one write so that a line
 // never reaches the interface in pieces.
-#include "engine/send_command.h"
+#include "platform/send_command.h"
 
 #include <cstdarg>
 #include <cstdio>
