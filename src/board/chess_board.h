@@ -8,7 +8,6 @@
 #include "board/principal_variation.h"
 #include "board/types.h"
 #include "board/zobrist.h"
-#include "book/opening_book.h"
 #include "eval/eval_info.h"
 #include "search/transposition_table.h"
 
@@ -16,6 +15,7 @@
 #include <memory>
 
 struct SearchNode; // search/search_node.h
+class OpeningBook; // book/opening_book.h
 
 // Capacities of the fixed storage. The history stack holds the longest game the engine
 // accepts plus the deepest search line on top of it (search plies and null moves).
@@ -214,7 +214,11 @@ public:
     bool openBook(const char* path);
     // A legal book move for the position on the board, or 0.
     Move probeBook();
-    OpeningBook book;
+    // The engine's book, made empty on first use.
+    OpeningBook& openingBook();
+    // Made by openingBook, which hands its deleter over with it: the engine object needs no
+    // more of the book than its name.
+    std::unique_ptr<OpeningBook, void (*)(OpeningBook*)> book{nullptr, nullptr};
     bool bookEnabled = false;
 
     // --- Hooks, in their fixed slot order ---------------------------------------------------

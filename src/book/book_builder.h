@@ -4,6 +4,7 @@
 #pragma once
 
 #include "board/chess_board.h"
+#include "book/opening_book.h"
 #include "book/pgn_reader.h"
 
 #include <cstdint>

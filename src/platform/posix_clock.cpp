@@ -20,5 +20,6 @@ std::int64_t performanceFrequency() {
 }
 
 std::uint32_t tickCount() {
-    return std::uint32_t(std::chrono::duration_cast<std::chrono::milliseconds>(sinceStart()).count());
+    return std::uint32_t(
+        std::chrono::duration_cast<std::chrono::milliseconds>(sinceStart()).count());
 }

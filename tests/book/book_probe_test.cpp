@@ -1,5 +1,6 @@
 // The engine's side of the book: opening a file, and playing only book moves that are legal
 // moves of the position, as the generator makes them.
+#include "book/opening_book.h"
 #include "book_test_files.h"
 #include "test_support.h"
 
@@ -10,11 +11,12 @@ namespace {
 // A book in which the position's node lies between two others, where the lookup reaches it.
 void bookWith(ChessBoard& board, std::initializer_list<Move> moves) {
     const std::uint64_t key = board.hashKey;
-    board.book.clear();
-    board.book.insertBookMove(0, 0, 1, 1, 0, 0);
+    board.openingBook().clear();
+    board.openingBook().insertBookMove(0, 0, 1, 1, 0, 0);
     for (Move m : moves)
-        board.book.insertBookMove(std::uint32_t(key), std::uint32_t(key >> 32), m, 1, 0, 0);
-    board.book.insertBookMove(~0u, ~0u, 1, 1, 0, 0);
+        board.openingBook().insertBookMove(std::uint32_t(key), std::uint32_t(key >> 32), m, 1, 0,
+                                           0);
+    board.openingBook().insertBookMove(~0u, ~0u, 1, 1, 0, 0);
 }
 
 Square sq(const char* text) {
@@ -79,7 +81,7 @@ TEST(BookProbe, OpenBookSortsAnUnsortedFileAndTurnsTheBookOn) {
     EXPECT_FALSE(board->bookEnabled);
     ASSERT_TRUE(board->openBook(dir.path("book.bin").c_str()));
     EXPECT_TRUE(board->bookEnabled);
-    EXPECT_TRUE(board->book.isSortedByKey());
+    EXPECT_TRUE(board->openingBook().isSortedByKey());
     EXPECT_EQ(board->probeBook(), e2e4 | MOVE_DOUBLE);
     board->playGameMove(e2e4 | MOVE_DOUBLE);
     EXPECT_EQ(board->probeBook(), NO_MOVE);

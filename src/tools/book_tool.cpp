@@ -180,8 +180,8 @@ int runShow(int argc, char** argv) {
     board.toFen(fen);
     std::printf("%s\n", fen);
     const std::uint64_t key = board.hashKey;
-    board.book.printBookMoves(std::uint32_t(key), std::uint32_t(key >> 32), stdout);
-    if (board.book.findNode(key) && !lookupBookNode(board.book, key))
+    board.openingBook().printBookMoves(std::uint32_t(key), std::uint32_t(key >> 32), stdout);
+    if (board.openingBook().findNode(key) && !lookupBookNode(board.openingBook(), key))
         std::printf("the engine's lookup does not reach this position: it is at an end of the "
                     "book\n");
     return 0;
