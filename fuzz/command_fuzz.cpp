@@ -2,11 +2,11 @@
 // chooses the protocol, the rest is the session, read line by line by the command reader
 // (lines that arrive during a search are read by the search itself). Searches are cut
 // short by a poll budget, and deep perft requests are dropped, so every input finishes.
-// Afterwards the engine must be idle and its board consistent.
-#include "engine/command_reader.h"
+// Afterwards the engine must be idle and its board consistent. Every input gets a new front
+// end, so nothing carries over from one session to the next.
 #include "engine/front_end.h"
-#include "engine/input.h"
 #include "engine/protocol_common.h"
+#include "platform/input.h"
 
 #include <cstdint>
 #include <cstdlib>
@@ -17,12 +17,13 @@
 
 namespace {
 
-int pollsLeft = 0;
+int pollsLeft         = 0;
+FrontEnd* frontEndNow = nullptr; // the session's, for the poll below
 
 // The engine's input test, with a budget: once spent, the running search is told to stop.
 int budgetedPoll() {
-    if (--pollsLeft < 0 && board)
-        board->stopSearch = 1;
+    if (--pollsLeft < 0 && frontEndNow && frontEndNow->board)
+        frontEndNow->board->stopSearch = 1;
     return inputAvailable();
 }
 
@@ -61,17 +62,6 @@ void setUpOnce() {
     const int null = open("/dev/null", O_WRONLY);
     dup2(null, 1);
     close(null);
-    commandBuffer   = static_cast<char*>(std::malloc(COMMAND_BUFFER_SIZE));
-    engineInputPoll = &budgetedPoll;
-}
-
-void resetFrontEnd() {
-    destroyEngine();
-    clearWaitingCommands();
-    resetInput();
-    protocol      = PROTOCOL_NONE;
-    quitRequested = forceMode = movesPerSession = movesLeftInSession = 0;
-    dropSearchMove = moveDropped = 0;
 }
 
 } // namespace
@@ -92,21 +82,23 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     close(ends[1]);
     dup2(ends[0], 0);
     close(ends[0]);
-    resetFrontEnd();
+    resetInput();
 
-    pollsLeft = 64;
-    while (!quitRequested && readCommand()) {
+    FrontEnd frontEnd(CommandSource{budgetedPoll, readInputLine});
+    frontEndNow = &frontEnd;
+    pollsLeft   = 64;
+    while (!frontEnd.quitRequested && frontEnd.readCommand()) {
         // A new game puts the poll interval back at its default; a short one keeps a fuzz
         // run quick.
-        if (board)
-            board->pollInterval = 1000;
+        if (frontEnd.board)
+            frontEnd.board->pollInterval = 1000;
     }
-    if (board) {
-        if (board->thinking)
+    if (frontEnd.board) {
+        if (frontEnd.board->thinking)
             std::abort();
-        if (!board->checkConsistency().empty())
+        if (!frontEnd.board->checkConsistency().empty())
             std::abort();
     }
-    resetFrontEnd();
+    frontEndNow = nullptr;
     return 0;
 }

@@ -1,21 +1,44 @@
-// ChessBoardUCI: the console adapter. It gives the engine's hooks the front end's behaviour:
-// sending the chosen move, sending search reports, and reading a command that arrives while
-// the engine thinks. The other hooks stay empty.
+// ChessBoardUCI: the console adapter. It gives the engine's hooks the front end's behaviour
+// by handing them to the front end that owns the engine: sending the chosen move, sending
+// search reports, and reading a command that arrives while the engine thinks. The other
+// hooks stay empty.
 #pragma once
 
 #include "board/chess_board.h"
 
+// The front end as the console adapter sees it.
+class Console {
+public:
+    // The move line for the engine's bestMove, unless the front end holds it back.
+    virtual void sendMove(ChessBoard& engine) = 0;
+    // The report after a completed iteration, in the protocol's dialect.
+    virtual void printSearchInfo(ChessBoard& engine, int depth, const PrincipalVariation& pv,
+                                 std::uint64_t nodes, double timeMicros) = 0;
+    // Reads and runs one command; 0 at the end of input.
+    virtual int readCommand() = 0;
+
+protected:
+    ~Console() = default;
+};
+
 class ChessBoardUCI : public ChessBoard {
 public:
+    explicit ChessBoardUCI(Console& owner) : frontEnd(owner) {}
+
     void hookReserved2() override {}
     void hookGameMove() override {}
     void hookThinkStarted() override {}
-    void sendMove() override;
+    void sendMove() override { frontEnd.sendMove(*this); }
     void hookThinkEnded() override {}
     void printSearchInfo(int depth, const PrincipalVariation& pv, std::uint64_t nodes,
-                         double timeMicros) override;
+                         double timeMicros) override {
+        frontEnd.printSearchInfo(*this, depth, pv, nodes, timeMicros);
+    }
     void hookSearchStarted() override {}
     void hookBoardEvent() override {}
     void hookReserved10() override {}
-    int readCommand() override;
+    int readCommand() override { return frontEnd.readCommand(); }
+
+private:
+    Console& frontEnd;
 };

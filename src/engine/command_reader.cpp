@@ -1,57 +1,113 @@
-// Reads commands, detects the protocol and dispatches, including the commands that arrive
-// while the search runs: those come here through the engine's readCommand hook, deep inside
-// the search, so anything that would change what the search stands on is kept back.
-#include "engine/command_reader.h"
-
+// The command reader: the interactive engine's loop, the protocol chosen by the first line,
+// and the dispatch of every further line through the protocol's table, including the
+// commands that arrive while the search runs. Those come here through the engine's
+// readCommand hook, deep inside the search, so anything that would change what the search
+// stands on is kept back until it has returned.
 #include "board/trace.h"
+#include "board/version.h"
 #include "engine/front_end.h"
-#include "engine/input.h"
 #include "engine/uci.h"
 #include "engine/xboard.h"
+#include "platform/send_command.h"
 
+#include <chrono>
+#include <cstdio>
 #include <cstring>
-#include <deque>
-#include <string>
+#include <new>
+#include <thread>
 
 namespace {
+
+// Long enough to cost nothing while waiting, short enough that nobody notices it.
+constexpr std::chrono::milliseconds END_OF_INPUT_PAUSE{50};
 
 // Commands kept back while a search unwinds. A search that is told to stop unwinds long
 // before its next poll, so only a flood of settings during a long search could fill this.
 constexpr std::size_t WAITING_LIMIT = 256;
-std::deque<std::string> waiting;
 
-bool searchRunning() {
-    return board && board->thinking;
-}
+} // namespace
 
-void runProtocolCommand(char* line) {
+CommandTable commandsOf(int protocol) {
     switch (protocol) {
-    case PROTOCOL_NONE:
-        if (std::strcmp(line, "uci") == 0) {
-            protocol = PROTOCOL_UCI;
-            parseUciCommand(line);
-        } else if (std::strcmp(line, "xboard") == 0) {
-            protocol = PROTOCOL_XBOARD;
-            parseXboardCommand(line);
-        } else {
-            trace("unknown protocol ...");
-            quitRequested = 1;
-        }
-        break;
     case PROTOCOL_UCI:
-        if (!parseUciCommand(line))
-            quitRequested = 1;
-        break;
+        return uciCommands();
     case PROTOCOL_XBOARD:
-        if (!parseXboardCommand(line))
-            quitRequested = 1;
-        break;
+        return xboardCommands();
     default:
-        break;
+        return {};
     }
 }
 
-void keepForLater(const char* line) {
+int FrontEnd::run() {
+    commandBuffer.reset(new (std::nothrow) char[COMMAND_BUFFER_SIZE]());
+    if (!commandBuffer) {
+        std::fputs("out of memory\n", stderr);
+        return 0;
+    }
+    std::setvbuf(stdout, nullptr, _IONBF, 0);
+    protocol = PROTOCOL_NONE;
+    traceOpen("logfile.html");
+    sendCommand("Pellix %s by Anselm KORVEL", PELLIX_VERSION);
+
+    while (!quitRequested) {
+        // Once the input has ended every read fails at once; the engine keeps trying, as an
+        // interface may still be attached, but without spinning a processor.
+        if (!readCommand())
+            std::this_thread::sleep_for(END_OF_INPUT_PAUSE);
+    }
+    destroyEngine();
+    traceClose();
+    commandBuffer.reset();
+    return 1;
+}
+
+int FrontEnd::readCommand() {
+    trace("parse command");
+    const bool outermost = !searchRunning();
+    if (!commandBuffer)
+        commandBuffer.reset(new char[COMMAND_BUFFER_SIZE]());
+    if (!source.readLine || !source.readLine(commandBuffer.get(), COMMAND_BUFFER_SIZE)) {
+        trace("command error !!!");
+        return 0;
+    }
+    if (commandBuffer[0]) {
+        trace("--> '%s'", commandBuffer.get());
+        // A handler may start a search that reads further commands into commandBuffer, so
+        // it works on its own copy.
+        char line[COMMAND_BUFFER_SIZE];
+        std::memcpy(line, commandBuffer.get(), COMMAND_BUFFER_SIZE);
+        dispatch(line);
+    }
+    if (outermost)
+        runWaitingCommands();
+    trace("parse command : ok");
+    return 1;
+}
+
+void FrontEnd::dispatch(const char* line) {
+    if (searchRunning() && protocol != PROTOCOL_NONE)
+        dispatchDuringSearch(line);
+    else
+        runProtocolCommand(line);
+}
+
+void FrontEnd::runProtocolCommand(const char* line) {
+    if (protocol == PROTOCOL_NONE) {
+        if (std::strcmp(line, "uci") == 0) {
+            protocol = PROTOCOL_UCI;
+        } else if (std::strcmp(line, "xboard") == 0) {
+            protocol = PROTOCOL_XBOARD;
+        } else {
+            trace("unknown protocol ...");
+            quitRequested = 1;
+            return;
+        }
+    }
+    const CommandTable table = commandsOf(protocol);
+    runCommand(*this, findCommand(table, line), line);
+}
+
+void FrontEnd::keepForLater(const char* line) {
     if (waiting.size() >= WAITING_LIMIT) {
         trace("too many commands during the search");
         return;
@@ -59,78 +115,37 @@ void keepForLater(const char* line) {
     waiting.emplace_back(line);
 }
 
-// Once the search has been told to stop, or a command is already waiting, everything else
-// waits too: the interface expects its commands to take effect in the order it sent them
-// ("stop" then "isready" must see "bestmove" before "readyok").
-void dispatchDuringSearch(char* line) {
+void FrontEnd::dispatchDuringSearch(const char* line) {
     if (board->stopSearch || !waiting.empty()) {
         keepForLater(line);
         return;
     }
-    const DuringSearch action =
-        protocol == PROTOCOL_UCI ? uciDuringSearch(line) : xboardDuringSearch(line);
-    switch (action) {
-    case DuringSearch::RUN_NOW:
-        runProtocolCommand(line);
+    const CommandRow& row = findCommand(commandsOf(protocol), line);
+    switch (row.duringSearch) {
+    case DuringSearch::ANSWER:
+        runCommand(*this, row, line);
         break;
     case DuringSearch::IGNORE:
         trace("already thinking");
         break;
-    case DuringSearch::STOP_AND_WAIT:
+    case DuringSearch::STOP_SILENT:
+        dropSearchMove = 1;
+        [[fallthrough]];
+    case DuringSearch::STOP:
         board->stopSearch = 1;
         keepForLater(line);
         break;
-    case DuringSearch::STOP_AND_DROP:
-        board->stopSearch = 1;
-        dropSearchMove    = 1;
-        keepForLater(line);
-        break;
-    case DuringSearch::WAIT:
+    case DuringSearch::QUEUE:
         keepForLater(line);
         break;
     }
 }
 
-} // namespace
-
-void dispatchCommand(char* line) {
-    if (searchRunning() && protocol != PROTOCOL_NONE)
-        dispatchDuringSearch(line);
-    else
-        runProtocolCommand(line);
-}
-
-void runWaitingCommands() {
+void FrontEnd::runWaitingCommands() {
     char line[COMMAND_BUFFER_SIZE];
     while (!waiting.empty() && !quitRequested && !searchRunning()) {
-        std::strncpy(line, waiting.front().c_str(), sizeof line - 1);
-        line[sizeof line - 1] = 0;
+        std::snprintf(line, sizeof line, "%s", waiting.front().c_str());
         waiting.pop_front();
         runProtocolCommand(line);
     }
-}
-
-void clearWaitingCommands() {
-    waiting.clear();
-}
-
-int readCommand() {
-    trace("parse command");
-    const bool outermost = !searchRunning();
-    if (!readInputLine(commandBuffer, COMMAND_BUFFER_SIZE)) {
-        trace("command error !!!");
-        return 0;
-    }
-    if (commandBuffer[0]) {
-        trace("--> '%s'", commandBuffer);
-        // A handler may start a search that reads further commands into commandBuffer, so
-        // it works on its own copy.
-        char line[COMMAND_BUFFER_SIZE];
-        std::memcpy(line, commandBuffer, COMMAND_BUFFER_SIZE);
-        dispatchCommand(line);
-    }
-    if (outermost)
-        runWaitingCommands();
-    trace("parse command : ok");
-    return 1;
 }

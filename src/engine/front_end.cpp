@@ -1,54 +1,74 @@
-// The front end's globals and the interactive engine's life: banner, command loop, shutdown.
+// The front end's engine: its creation from the configuration file, its book and its end;
+// and the move line the console adapter hands over when a search has played its move.
 #include "engine/front_end.h"
 
 #include "board/trace.h"
-#include "engine/command_reader.h"
-#include "engine/protocol_common.h"
+#include "platform/config.h"
 #include "platform/send_command.h"
 
-#include <cstdio>
-#include <cstdlib>
-#include <cstring>
-#include <thread>
+FrontEnd::FrontEnd(CommandSource commands) : source(commands) {}
 
-ChessBoardUCI* board   = nullptr;
-char* commandBuffer    = nullptr;
-int quitRequested      = 0;
-int protocol           = PROTOCOL_NONE;
-int movesPerSession    = 0;
-int movesLeftInSession = 0;
-int forceMode          = 0;
-int debugMode          = 0;
-int protocolVersion    = 0;
-int dropSearchMove     = 0;
-int moveDropped        = 0;
-
-namespace {
-// Long enough to cost nothing while waiting, short enough that nobody notices it.
-constexpr std::chrono::milliseconds END_OF_INPUT_PAUSE{50};
-} // namespace
-
-int runInteractive() {
-    commandBuffer = static_cast<char*>(std::malloc(COMMAND_BUFFER_SIZE));
-    if (!commandBuffer) {
-        std::fputs("out of memory\n", stderr);
-        return 0;
-    }
-    std::setvbuf(stdout, nullptr, _IONBF, 0);
-    protocol = PROTOCOL_NONE;
-    std::memset(commandBuffer, 0, COMMAND_BUFFER_SIZE);
-    traceOpen("logfile.html");
-    sendCommand("Pellix %s by Anselm KORVEL", PELLIX_VERSION);
-
-    while (!quitRequested) {
-        // Once the input has ended every read fails at once; the engine keeps trying, as an
-        // interface may still be attached, but without spinning a processor.
-        if (!readCommand())
-            std::this_thread::sleep_for(END_OF_INPUT_PAUSE);
-    }
+FrontEnd::~FrontEnd() {
     destroyEngine();
-    traceClose();
-    std::free(commandBuffer);
-    commandBuffer = nullptr;
-    return 1;
+}
+
+void FrontEnd::createEngine() {
+    destroyEngine();
+    board = std::make_unique<ChessBoardUCI>(*this);
+    board->initTables(configInt("Engine", "Hash", 128));
+    board->inputPoll = source.available;
+    dropSearchMove = moveDropped = 0;
+    board->newGame();
+}
+
+void FrontEnd::openConfiguredBook() {
+    if (!board || configInt("Engine", "Book", 0) != 1)
+        return;
+    char bookFile[256];
+    configString("Engine", "BookFile", "pellixopenbook.bin", bookFile, sizeof bookFile);
+    if (!board->openBook(bookFile))
+        trace("no book : %s", bookFile);
+}
+
+void FrontEnd::destroyEngine() {
+    if (!board)
+        return;
+    if (board->thinking) {
+        trace("stop thinking");
+        board->stopSearch = 1;
+    }
+    trace("free");
+    board->releaseTables();
+    trace("delete board");
+    board.reset();
+}
+
+void FrontEnd::sendMove(ChessBoard& engine) {
+    if (dropSearchMove) {
+        dropSearchMove = 0;
+        moveDropped    = engine.bestMove != NO_MOVE;
+        return;
+    }
+    const bool uci = protocol == PROTOCOL_UCI;
+    if (!uci && movesPerSession != 0)
+        movesLeftInSession = movesLeftInSession == 1 ? movesPerSession : movesLeftInSession - 1;
+    if (engine.suiteMode)
+        return;
+    // A search with no move to offer (the game is over) answers with the null move under
+    // UCI; under XBoard a move line would be taken as an illegal move, so none is sent.
+    const Move best = engine.bestMove;
+    if (best == NO_MOVE) {
+        if (uci)
+            sendCommand("bestmove 0000");
+        return;
+    }
+    const char* word  = uci ? "bestmove" : "move";
+    const Square from = moveFrom(best), to = moveTo(best);
+    const Piece promotion = movePromotion(best);
+    if (promotion != EMPTY)
+        sendCommand("%s %c%d%c%d%c", word, 'a' + fileOf(from), rankOf(from) + 1, 'a' + fileOf(to),
+                    rankOf(to) + 1, "0pnbrqk"[promotion]);
+    else
+        sendCommand("%s %c%d%c%d", word, 'a' + fileOf(from), rankOf(from) + 1, 'a' + fileOf(to),
+                    rankOf(to) + 1);
 }

@@ -1,4 +1,4 @@
-// Process entry: a command-line test mode, or the interactive engine.
+// Process entry: a command-line test mode on an engine of its own, or the interactive engine.
 #include "engine/front_end.h"
 #include "tools/epd_suite.h"
 #include "tools/test_modes.h"
@@ -6,16 +6,28 @@
 #include <cstdlib>
 #include <cstring>
 
+namespace {
+
+// The modes' engine reads no input: nothing interrupts a perft or a suite.
+int runMode(int (*mode)(ChessBoard&, int, const char*), int number, const char* text) {
+    FrontEnd tools(CommandSource{nullptr, nullptr});
+    tools.createEngine();
+    return mode(*tools.board, number, text);
+}
+
+} // namespace
+
 int main(int argc, char** argv) {
     if (argc >= 2) {
         const char* mode = argv[1];
         if (std::strcmp(mode, "-testsuite") == 0 && argc >= 3)
-            return runTestSuite(argv[2], argc >= 4 ? std::atoi(argv[3]) : 5);
+            return runMode(runTestSuite, argc >= 4 ? std::atoi(argv[3]) : 5, argv[2]);
         const bool withFen = argc == 5 && std::strcmp(argv[3], "-fen") == 0;
         if (std::strcmp(mode, "-perft") == 0 && (argc == 3 || withFen))
-            return runPerftMode(std::atoi(argv[2]), withFen ? argv[4] : nullptr);
+            return runMode(runPerftMode, std::atoi(argv[2]), withFen ? argv[4] : nullptr);
         if (std::strcmp(mode, "-divide") == 0 && (argc == 3 || withFen))
-            return runDivideMode(std::atoi(argv[2]), withFen ? argv[4] : nullptr);
+            return runMode(runDivideMode, std::atoi(argv[2]), withFen ? argv[4] : nullptr);
     }
-    return runInteractive();
+    FrontEnd frontEnd;
+    return frontEnd.run();
 }

@@ -1,18 +1,13 @@
-// Helpers shared by the UCI and XBoard handlers, and the engine's creation and destruction.
+// Helpers shared by the UCI and XBoard handlers, and the commands both tables hold.
 #include "engine/protocol_common.h"
 
-#include "board/trace.h"
-#include "engine/config.h"
 #include "engine/front_end.h"
-#include "engine/input.h"
 #include "tools/perft_output.h"
 
 #include <cctype>
 #include <climits>
 #include <cstdlib>
 #include <cstring>
-
-int (*engineInputPoll)() = &inputAvailable;
 
 bool startsWith(const char* line, const char* prefix) {
     return std::strncmp(line, prefix, std::strlen(prefix)) == 0;
@@ -68,52 +63,30 @@ std::uint32_t budgetMicroseconds(std::int64_t microseconds) {
     return microseconds > std::int64_t(UINT32_MAX) ? UINT32_MAX : std::uint32_t(microseconds);
 }
 
-void createEngine() {
-    destroyEngine();
-    const int hash = configInt("Engine", "Hash", 128);
-    board          = new ChessBoardUCI();
-    board->initTables(hash);
-    board->inputPoll = engineInputPoll;
-    dropSearchMove = moveDropped = 0;
-    board->newGame();
-    if (configInt("Engine", "Book", 0) == 1) {
-        char bookFile[256];
-        configString("Engine", "BookFile", "pellixopenbook.bin", bookFile, sizeof bookFile);
-        if (!board->openBook(bookFile))
-            trace("no book : %s", bookFile);
-    }
+void quitCommand(FrontEnd& frontEnd, const char*) {
+    if (frontEnd.searchRunning())
+        frontEnd.board->stopSearch = 1;
+    frontEnd.quitRequested = 1;
 }
 
-void destroyEngine() {
-    if (!board)
-        return;
-    if (board->thinking) {
-        trace("stop thinking");
-        board->stopSearch = 1;
-    }
-    trace("free");
-    board->releaseTables();
-    trace("delete board");
-    delete board;
-    board = nullptr;
-}
+void ignoreCommand(FrontEnd&, const char*) {}
 
 // Deeper than the move stack reaches counts nothing more, and keeps depth + 1 from
 // overflowing in the divide listing.
 constexpr int DEEPEST_PERFT = 1000;
 
-void perftCommand(const char* line) {
+void perftCommand(FrontEnd& frontEnd, const char* line) {
     const char* value = afterFirstBlank(line);
-    if (!value || !board)
+    if (!value || !frontEnd.board)
         return;
     const int depth = readNumber(value);
-    printPerftTable(*board, depth < DEEPEST_PERFT ? depth : DEEPEST_PERFT);
+    printPerftTable(*frontEnd.board, depth < DEEPEST_PERFT ? depth : DEEPEST_PERFT);
 }
 
-void divideCommand(const char* line) {
+void divideCommand(FrontEnd& frontEnd, const char* line) {
     const char* value = afterFirstBlank(line);
-    if (!value || !board)
+    if (!value || !frontEnd.board)
         return;
     const int depth = readNumber(value);
-    printDivideListing(*board, depth < DEEPEST_PERFT ? depth : DEEPEST_PERFT);
+    printDivideListing(*frontEnd.board, depth < DEEPEST_PERFT ? depth : DEEPEST_PERFT);
 }

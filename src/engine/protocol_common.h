@@ -1,6 +1,8 @@
-// What the two protocol handlers share: reading words and numbers from a command line, the
-// engine's creation from the configuration file, and the perft and divide commands.
+// What the two protocol handlers share: reading words and numbers from a command line, and
+// the commands both tables hold.
 #pragma once
+
+class FrontEnd;
 
 #include <cstddef>
 #include <cstdint>
@@ -21,16 +23,12 @@ bool scanWord(const char*& text, char* out, std::size_t size);
 float clockMilliseconds(std::int64_t milliseconds);
 std::uint32_t budgetMicroseconds(std::int64_t microseconds);
 
-// Creates the engine object as "uci" and "xboard" do: configuration file, tables, new game,
-// book. An engine created earlier is destroyed first.
-void createEngine();
-// Stops a search that is still marked as running, frees the tables and deletes the engine.
-void destroyEngine();
-// The input test the engine's search polls; the front end's inputAvailable unless a test
-// harness puts its own here before the engine is created.
-extern int (*engineInputPoll)();
-
+// "quit" of both protocols: a search that is still running is told to stop, and the front
+// end leaves its command loop once the search has unwound.
+void quitCommand(FrontEnd& frontEnd, const char* line);
 // "perft N" and "divide N" of both protocols: the console table from the current position.
 // Ignored without a blank, or before the engine exists.
-void perftCommand(const char* line);
-void divideCommand(const char* line);
+void perftCommand(FrontEnd& frontEnd, const char* line);
+void divideCommand(FrontEnd& frontEnd, const char* line);
+// For the rows that are accepted and do nothing.
+void ignoreCommand(FrontEnd& frontEnd, const char* line);

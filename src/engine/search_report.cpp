@@ -1,7 +1,6 @@
 // The three dialects of the search report and the mate count they share.
 #include "engine/search_report.h"
 
-#include "engine/chess_board_uci.h"
 #include "engine/front_end.h"
 #include "platform/send_command.h"
 
@@ -151,11 +150,11 @@ void formatConsoleRow(ChessBoard& engine, char* out, int depth, const PrincipalV
                       score * 0.01, clock, n, knps, line);
 }
 
-void ChessBoardUCI::printSearchInfo(int depth, const PrincipalVariation& pv, std::uint64_t nodes,
-                                    double timeMicros) {
+void FrontEnd::printSearchInfo(ChessBoard& engine, int depth, const PrincipalVariation& pv,
+                               std::uint64_t nodes, double timeMicros) {
     char out[REPORT_LINE_SIZE];
-    if (suiteMode) {
-        formatConsoleRow(*this, out, depth, pv, nodes, timeMicros);
+    if (engine.suiteMode) {
+        formatConsoleRow(engine, out, depth, pv, nodes, timeMicros);
         std::fputs(out, stdout);
     } else if (protocol == PROTOCOL_UCI) {
         formatUciInfo(out, depth, pv, nodes, timeMicros);

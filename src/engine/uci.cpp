@@ -4,6 +4,7 @@
 #include "engine/uci.h"
 
 #include "board/trace.h"
+#include "board/version.h"
 #include "engine/front_end.h"
 #include "engine/protocol_common.h"
 #include "platform/send_command.h"
@@ -16,7 +17,7 @@ constexpr const char* START_POSITION = "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQK
 
 // Plays each blank-separated word of text as a move; a word that is not a legal move is
 // skipped and the words after it are still tried.
-void playMoveWords(const char* text) {
+void playMoveWords(ChessBoard& engine, const char* text) {
     char word[16];
     while (*text) {
         while (*text == ' ')
@@ -28,7 +29,7 @@ void playMoveWords(const char* text) {
             std::memcpy(word, text, length);
             word[length] = 0;
             trace("Move : '%s'", word);
-            if (!board->playCoordinateMove(word))
+            if (!engine.playCoordinateMove(word))
                 trace("bad move !?");
         } else {
             trace("bad move !?");
@@ -37,8 +38,8 @@ void playMoveWords(const char* text) {
     }
 }
 
-void positionFromFen(const char* fenText) {
-    if (!board->setPosition(fenText)) {
+void positionFromFen(ChessBoard& engine, const char* fenText) {
+    if (!engine.setPosition(fenText)) {
         trace("Bad FEN string !");
         return;
     }
@@ -47,7 +48,7 @@ void positionFromFen(const char* fenText) {
     // skipped like any other word that is not one.
     if (std::strstr(fenText, "moves ")) {
         if (const char* rest = afterFirstBlank(fenText))
-            playMoveWords(rest);
+            playMoveWords(engine, rest);
     }
 }
 
@@ -62,39 +63,39 @@ const char* keywordValue(const char* text, int& value) {
 
 enum GoValue { DEPTH, NODES, MOVETIME, MOVESTOGO, WTIME, BTIME, WINC, BINC };
 
-void applyGoValue(GoValue keyword, int value) {
+void applyGoValue(ChessBoard& engine, GoValue keyword, int value) {
     switch (keyword) {
     case DEPTH:
-        board->setTimeMode(TIME_DEPTH, value);
+        engine.setTimeMode(TIME_DEPTH, value);
         break;
     case NODES:
-        board->setTimeMode(TIME_NODES, value);
+        engine.setTimeMode(TIME_NODES, value);
         break;
     case MOVETIME:
-        board->setTimeMode(TIME_MOVETIME, budgetMicroseconds(std::int64_t(value) * 1000));
+        engine.setTimeMode(TIME_MOVETIME, budgetMicroseconds(std::int64_t(value) * 1000));
         break;
     case MOVESTOGO:
-        board->movesToGo = value;
-        board->setTimeMode(TIME_CLOCK);
+        engine.movesToGo = value;
+        engine.setTimeMode(TIME_CLOCK);
         break;
     case WTIME:
     case BTIME:
-        board->remainingTime[keyword == WTIME ? WHITE : BLACK] = clockMilliseconds(value);
-        board->setTimeMode(TIME_CLOCK);
+        engine.remainingTime[keyword == WTIME ? WHITE : BLACK] = clockMilliseconds(value);
+        engine.setTimeMode(TIME_CLOCK);
         break;
     case WINC:
-        board->increment[WHITE] = value;
+        engine.increment[WHITE] = value;
         trace("white inc = %d", value);
         break;
     case BINC:
-        board->increment[BLACK] = value;
+        engine.increment[BLACK] = value;
         trace("black inc = %d", value);
         break;
     }
 }
 
 // One keyword of "go" at text; answers where the parse goes on, or null to end it.
-const char* goKeyword(const char* text) {
+const char* goKeyword(ChessBoard& engine, const char* text) {
     static const struct {
         const char* name;
         GoValue keyword;
@@ -102,7 +103,7 @@ const char* goKeyword(const char* text) {
                     {"movestogo ", MOVESTOGO}, {"wtime ", WTIME}, {"btime ", BTIME},
                     {"winc ", WINC},           {"binc ", BINC}};
     if (startsWith(text, "infinite")) {
-        board->setTimeMode(TIME_INFINITE, 0);
+        engine.setTimeMode(TIME_INFINITE, 0);
         return text + std::strcspn(text, " ");
     }
     for (const auto& k : KEYWORDS) {
@@ -111,101 +112,103 @@ const char* goKeyword(const char* text) {
         int value        = 0;
         const char* next = keywordValue(text + std::strlen(k.name), value);
         if (next)
-            applyGoValue(k.keyword, value);
+            applyGoValue(engine, k.keyword, value);
         return next;
     }
     return text + std::strcspn(text, " "); // an unknown word
 }
 
-void sendIdentity() {
+void uci(FrontEnd& frontEnd, const char*) {
     sendCommand("id name Pellix %s", PELLIX_VERSION);
     sendCommand("id author Anselm KORVEL");
-    createEngine();
+    frontEnd.createEngine();
+    frontEnd.openConfiguredBook();
     sendCommand("uciok");
 }
 
-// "debug on" clears the mode and anything else sets it: the engine has always read it this
-// way round, and nothing looks at the mode.
-void setDebugMode(const char* line) {
-    const char* word = afterFirstBlank(line);
-    debugMode        = std::strncmp(word, "on", 2) == 0 && (word[2] == 0 || word[2] == ' ') ? 0 : 1;
+void isReady(FrontEnd&, const char*) {
+    sendCommand("readyok");
 }
 
-void go(const char* line) {
-    if (!board)
-        return;
-    parseGo(line);
-    trace(board->sideToMove == WHITE ? "WHITE to play" : "BLACK to play");
-    board->startThinking();
+void newGame(FrontEnd& frontEnd, const char*) {
+    if (frontEnd.board)
+        frontEnd.board->newGame();
 }
+
+void stop(FrontEnd& frontEnd, const char*) {
+    if (frontEnd.searchRunning()) {
+        trace("stop thinking");
+        frontEnd.board->stopSearch = 1;
+    }
+}
+
+void go(FrontEnd& frontEnd, const char* line) {
+    if (!frontEnd.board)
+        return;
+    parseGo(*frontEnd.board, line);
+    trace(frontEnd.board->sideToMove == WHITE ? "WHITE to play" : "BLACK to play");
+    frontEnd.board->startThinking();
+}
+
+// "debug on" clears the mode and anything else sets it. The inverted reading is kept: it is
+// how the engine has answered interfaces from the start, and nothing looks at the mode.
+void debug(FrontEnd& frontEnd, const char* line) {
+    const char* word = afterFirstBlank(line);
+    frontEnd.debugMode =
+        std::strncmp(word, "on", 2) == 0 && (word[2] == 0 || word[2] == ' ') ? 0 : 1;
+}
+
+void position(FrontEnd& frontEnd, const char* line) {
+    if (frontEnd.board)
+        parsePosition(*frontEnd.board, line);
+}
+
+// Tested in this order. During a search: "uci", "ucinewgame" and "position" change the
+// board, so they stop the search and run after its move; perft and divide wait for it; a
+// second "go" is ignored.
+constexpr CommandRow UCI_COMMANDS[] = {
+    {"quit", Match::EXACT, quitCommand, DuringSearch::ANSWER},
+    {"uci", Match::EXACT, uci, DuringSearch::STOP},
+    {"isready", Match::EXACT, isReady, DuringSearch::ANSWER},
+    {"ucinewgame", Match::EXACT, newGame, DuringSearch::STOP},
+    {"stop", Match::EXACT, stop, DuringSearch::ANSWER},
+    {"perft", Match::PREFIX, perftCommand, DuringSearch::QUEUE},
+    {"divide", Match::PREFIX, divideCommand, DuringSearch::QUEUE},
+    {"go ", Match::PREFIX, go, DuringSearch::IGNORE},
+    {"debug ", Match::PREFIX, debug, DuringSearch::ANSWER},
+    {"position ", Match::PREFIX, position, DuringSearch::STOP},
+    // Options, registration, ponder hits and a bare "go" are ignored.
+    {"", Match::ANY, ignoreCommand, DuringSearch::ANSWER},
+};
 
 } // namespace
 
-void parseGo(const char* line) {
-    board->movesToGo = 0;
+CommandTable uciCommands() {
+    return UCI_COMMANDS;
+}
+
+void parseGo(ChessBoard& engine, const char* line) {
+    engine.movesToGo = 0;
     const char* text = afterFirstBlank(line);
     while (text && *text) {
         while (*text == ' ')
             ++text;
         if (*text)
-            text = goKeyword(text);
+            text = goKeyword(engine, text);
     }
 }
 
-void parsePosition(const char* line) {
+void parsePosition(ChessBoard& engine, const char* line) {
     const char* text = afterFirstBlank(line);
-    if (!text || !board)
+    if (!text)
         return;
     if (startsWith(text, "fen ")) {
-        positionFromFen(afterFirstBlank(text));
+        positionFromFen(engine, afterFirstBlank(text));
     } else if (startsWith(text, "startpos ")) {
-        board->setPosition(START_POSITION);
+        engine.setPosition(START_POSITION);
         const char* rest = afterFirstBlank(text);
         if (startsWith(rest, "moves "))
-            playMoveWords(rest + 6);
+            playMoveWords(engine, rest + 6);
         trace("ok");
     }
-}
-
-int parseUciCommand(char* line) {
-    if (std::strcmp(line, "quit") == 0) {
-        if (board && board->thinking)
-            board->stopSearch = 1;
-        return 0;
-    }
-    if (std::strcmp(line, "uci") == 0) {
-        sendIdentity();
-    } else if (std::strcmp(line, "isready") == 0) {
-        sendCommand("readyok");
-    } else if (std::strcmp(line, "ucinewgame") == 0) {
-        if (board)
-            board->newGame();
-    } else if (std::strcmp(line, "stop") == 0) {
-        if (board && board->thinking) {
-            trace("stop thinking");
-            board->stopSearch = 1;
-        }
-    } else if (startsWith(line, "perft")) {
-        perftCommand(line);
-    } else if (startsWith(line, "divide")) {
-        divideCommand(line);
-    } else if (startsWith(line, "go ")) {
-        go(line);
-    } else if (startsWith(line, "debug ")) {
-        setDebugMode(line);
-    } else if (startsWith(line, "position ")) {
-        parsePosition(line);
-    }
-    return 1;
-}
-
-DuringSearch uciDuringSearch(const char* line) {
-    if (startsWith(line, "go "))
-        return DuringSearch::IGNORE;
-    if (std::strcmp(line, "uci") == 0 || std::strcmp(line, "ucinewgame") == 0 ||
-        startsWith(line, "position "))
-        return DuringSearch::STOP_AND_WAIT;
-    if (startsWith(line, "perft") || startsWith(line, "divide"))
-        return DuringSearch::WAIT;
-    return DuringSearch::RUN_NOW;
 }

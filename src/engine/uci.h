@@ -1,13 +1,11 @@
-// The UCI command handler.
+// The UCI command handler: its command table and the two parsers the table's rows use.
 #pragma once
 
-#include "engine/command_reader.h"
+#include "board/chess_board.h"
+#include "engine/command_table.h"
 
-// Handles one UCI command line; 0 for "quit", 1 for everything else.
-int parseUciCommand(char* line);
+CommandTable uciCommands();
 // The "go" parameters into the engine's time-control fields.
-void parseGo(const char* line);
+void parseGo(ChessBoard& engine, const char* line);
 // "position startpos|fen ... [moves ...]" onto the engine's board.
-void parsePosition(const char* line);
-// What a UCI command may do while the engine is thinking.
-DuringSearch uciDuringSearch(const char* line);
+void parsePosition(ChessBoard& engine, const char* line);

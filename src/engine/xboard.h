@@ -1,12 +1,10 @@
-// The XBoard (Chess Engine Communication Protocol) command handler.
+// The XBoard (Chess Engine Communication Protocol) command handler: its command table and the
+// "level" parser.
 #pragma once
 
-#include "engine/command_reader.h"
+#include "engine/command_table.h"
 
-// Handles one XBoard command line; 0 for "quit", 1 for everything else.
-int parseXboardCommand(char* line);
+CommandTable xboardCommands();
 // "level MPS BASE INC": moves per session, base time in minutes or minutes:seconds, and
 // increment in whole seconds.
-void parseLevel(const char* line);
-// What an XBoard command may do while the engine is thinking.
-DuringSearch xboardDuringSearch(const char* line);
+void parseLevel(FrontEnd& frontEnd, const char* line);

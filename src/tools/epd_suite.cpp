@@ -3,9 +3,9 @@
 // expected text.
 #include "tools/epd_suite.h"
 
+#include "board/chess_board.h"
 #include "board/trace.h"
-#include "engine/config.h"
-#include "engine/front_end.h"
+#include "board/version.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -41,34 +41,35 @@ struct SuiteScore {
 
 // The algebraic text of the move the engine just played, written against the moves of the
 // position it was played in.
-void playedMoveText(const MoveEntry* rootMoves, int rootCount, char* text) {
-    const Move played = board->gameMoveCount > 0 ? board->lastMove : NO_MOVE;
+void playedMoveText(const ChessBoard& engine, const MoveEntry* rootMoves, int rootCount,
+                    char* text) {
+    const Move played = engine.gameMoveCount > 0 ? engine.lastMove : NO_MOVE;
     ChessBoard::moveToSan(played, text, rootMoves, rootCount);
 }
 
-void runPosition(const EpdLine& line, SuiteScore& score) {
+void runPosition(ChessBoard& engine, const EpdLine& line, SuiteScore& score) {
     std::printf("%s\n", std::string(79, '-').c_str());
     std::printf("%s bm %s; id %s;\n\n", line.fen, line.expected, line.id);
-    board->hashTable.clear();
+    engine.hashTable.clear();
     ++score.tried;
-    if (!board->setPosition(line.fen)) {
+    if (!engine.setPosition(line.fen)) {
         trace("bad FEN : %s", line.fen);
         score.failedIds.emplace_back(line.id);
         return;
     }
     MoveEntry rootMoves[MAX_GENERATED];
     int rootCount = 0;
-    if (board->inCheck) {
-        rootCount = board->generateEvasions(rootMoves);
+    if (engine.inCheck) {
+        rootCount = engine.generateEvasions(rootMoves);
     } else {
-        rootCount = board->generateCaptures(rootMoves);
-        rootCount += board->generateQuiets(rootMoves + rootCount);
+        rootCount = engine.generateCaptures(rootMoves);
+        rootCount += engine.generateQuiets(rootMoves + rootCount);
     }
-    board->thinking = 1;
+    engine.thinking = 1;
     std::srand(unsigned(std::time(nullptr)));
-    board->think();
+    engine.think();
     char text[32];
-    playedMoveText(rootMoves, rootCount, text);
+    playedMoveText(engine, rootMoves, rootCount, text);
     // Any text inside the expected one counts: a list of moves accepts each of them, and a
     // move written without its check mark matches the same move written with it.
     if (std::strstr(line.expected, text)) {
@@ -114,16 +115,14 @@ bool splitEpdLine(const char* line, EpdLine& out) {
     return true;
 }
 
-int runTestSuite(const char* path, int seconds) {
-    board = new ChessBoardUCI();
-    board->initTables(configInt("Engine", "Hash", 128));
-    board->newGame();
+int runTestSuite(ChessBoard& engine, int seconds, const char* path) {
     std::FILE* file = std::fopen(path, "r");
     trace("Run testsuite : %s", path);
     SuiteScore score;
-    board->suiteMode = 1;
-    // The time mode outlives the positions of the suite but not a new game: set it after.
-    board->setTimeMode(TIME_MOVETIME, std::int64_t(seconds < 0 ? 5 : seconds) * 1000000);
+    engine.suiteMode = 1;
+    // The time mode outlives the positions of the suite but not a new game: it is set after
+    // the new game the engine was created with.
+    engine.setTimeMode(TIME_MOVETIME, std::int64_t(seconds < 0 ? 5 : seconds) * 1000000);
     std::printf("Pellix version %s\n\n", PELLIX_VERSION);
     std::printf("Test suite : %s\n\n", path);
     if (file) {
@@ -131,13 +130,10 @@ int runTestSuite(const char* path, int seconds) {
         EpdLine line;
         while (std::fgets(text, sizeof text, file))
             if (splitEpdLine(text, line))
-                runPosition(line, score);
+                runPosition(engine, line, score);
         std::fclose(file);
     }
     printScore(score);
-    board->suiteMode = 0;
-    board->releaseTables();
-    delete board;
-    board = nullptr;
+    engine.suiteMode = 0;
     return file ? 1 : 0;
 }

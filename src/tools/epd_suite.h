@@ -3,9 +3,12 @@
 
 #include <cstddef>
 
-// Runs the suite in `path` with `seconds` a position (a negative count means 5); prints a
-// block per position and the score. Returns 1, or 0 when the file cannot be opened.
-int runTestSuite(const char* path, int seconds);
+class ChessBoard;
+
+// Runs the suite in `path` on the engine, `seconds` a position (a negative count means 5);
+// prints a block per position and the score. Returns 1, or 0 when the file cannot be opened.
+// The engine's own hooks print its console rows while the suite runs.
+int runTestSuite(ChessBoard& engine, int seconds, const char* path);
 
 // The parts of one suite line: the position before "bm", the expected moves up to the ";"
 // and the id between the quotes that follow. Each part is cut at the end of the line when

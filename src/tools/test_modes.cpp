@@ -1,47 +1,35 @@
-// The perft and divide modes. Every mode sets the engine up the way a protocol does: the
-// hash size from the configuration file, the tables, a new game.
+// The perft and divide modes: the console table or listing from the initial position or
+// from the FEN given on the command line.
 #include "tools/test_modes.h"
 
-#include "engine/config.h"
-#include "engine/front_end.h"
+#include "board/chess_board.h"
 #include "tools/perft_output.h"
 
 #include <cstdio>
 
 namespace {
 
-// Creates the engine and loads the FEN; false (after "Bad FEN string !") when it is rejected.
-bool setUpEngine(const char* fen) {
-    board = new ChessBoardUCI();
-    board->initTables(configInt("Engine", "Hash", 128));
-    board->newGame();
-    if (fen && !board->setPosition(fen)) {
+// False (after "Bad FEN string !") when the FEN is rejected.
+bool loadFen(ChessBoard& engine, const char* fen) {
+    if (fen && !engine.setPosition(fen)) {
         std::printf("Bad FEN string !\n");
         return false;
     }
     return true;
 }
 
-void tearDownEngine() {
-    board->releaseTables();
-    delete board;
-    board = nullptr;
-}
-
 } // namespace
 
-int runPerftMode(int depth, const char* fen) {
-    const bool ready = setUpEngine(fen);
-    if (ready)
-        printPerftTable(*board, depth);
-    tearDownEngine();
-    return ready ? 1 : 0;
+int runPerftMode(ChessBoard& engine, int depth, const char* fen) {
+    if (!loadFen(engine, fen))
+        return 0;
+    printPerftTable(engine, depth);
+    return 1;
 }
 
-int runDivideMode(int depth, const char* fen) {
-    const bool ready = setUpEngine(fen);
-    if (ready)
-        printDivideListing(*board, depth);
-    tearDownEngine();
-    return ready ? 1 : 0;
+int runDivideMode(ChessBoard& engine, int depth, const char* fen) {
+    if (!loadFen(engine, fen))
+        return 0;
+    printDivideListing(engine, depth);
+    return 1;
 }

@@ -1,6 +1,6 @@
 // The input reader on a pipe in place of standard input: whole lines only, never blocking,
 // and the end of input reported at once.
-#include "engine/input.h"
+#include "platform/input.h"
 
 #include <gtest/gtest.h>
 #include <string>

@@ -66,45 +66,24 @@ TEST(SearchReport, XboardThinkingLines) {
     EXPECT_STREQ(out, "9 -31993 150 123456 e2e4 e7e5 ");
 }
 
-TEST(SearchReport, ConsoleRowsInAlgebraicText) {
-    auto start = boardFrom(START_FEN);
-    char out[REPORT_LINE_SIZE];
-    formatConsoleRow(*start, out, 6, lineOf(35, {E2E4, E7E5}), 120000, 61234000);
-    EXPECT_STREQ(out, " 6 +0.35 01:01:234   120000 1.96 e4 e5 \n");
-    formatConsoleRow(*start, out, 12, lineOf(-120, {E2E4}), 5, 1000);
-    EXPECT_STREQ(out, "12 -1.20 00:00:001        5 5.00 e4 \n");
-    formatConsoleRow(*start, out, 7, lineOf(31995, {}), 5, 1000);
-    EXPECT_STREQ(out, " 7 +M3 00:00:001        5 5.00 \n");
-    formatConsoleRow(*start, out, 7, lineOf(-31996, {}), 5, 1000);
-    EXPECT_STREQ(out, " 7 -M2 00:00:001        5 5.00 \n");
-
-    // The text stops at the first move that is not legal where it stands, and the board is
-    // left as it was.
-    const std::uint64_t key = start->hashKey;
-    formatConsoleRow(*start, out, 2, lineOf(10, {E2E4, E2E4, E7E5}), 5, 1000);
-    EXPECT_STREQ(out, " 2 +0.10 00:00:001        5 5.00 e4 \n");
-    EXPECT_EQ(start->hashKey, key);
-    EXPECT_EQ(start->historyCount, 0u);
-}
-
 // The dialect follows the suite mode first, then the protocol; with no protocol nothing.
 TEST(SearchReport, DialectFollowsSuiteModeThenProtocol) {
-    ChessBoardUCI engine;
+    FrontEnd frontEnd(CommandSource{nullptr, nullptr});
+    ChessBoardUCI engine(frontEnd);
     engine.initTables(0);
     engine.newGame();
-    const PrincipalVariation pv = lineOf(35, {E2E4});
-    const int savedProtocol     = protocol;
+    const PrincipalVariation pv = lineOf(-120, {E2E4, E7E5});
     auto printed                = [&](int suite, int dialect) {
-        engine.suiteMode = suite;
-        protocol         = dialect;
+        engine.suiteMode  = suite;
+        frontEnd.protocol = dialect;
         testing::internal::CaptureStdout();
         engine.printSearchInfo(4, pv, 1000, 1000000);
         return testing::internal::GetCapturedStdout();
     };
-    EXPECT_EQ(printed(1, PROTOCOL_UCI), " 4 +0.35 00:01:000     1000 1.00 e4 \n");
+    // The suite's console row writes the line in algebraic text.
+    EXPECT_EQ(printed(1, PROTOCOL_UCI), " 4 -1.20 00:01:000     1000 1.00 e4 e5 \n");
     EXPECT_EQ(printed(0, PROTOCOL_UCI),
-              "info depth 4 score cp 35 time 1000 nodes 1000 nps 1000 pv e2e4 \n");
-    EXPECT_EQ(printed(0, PROTOCOL_XBOARD), "4 35 100 1000 e2e4 \n");
+              "info depth 4 score cp -120 time 1000 nodes 1000 nps 1000 pv e2e4 e7e5 \n");
+    EXPECT_EQ(printed(0, PROTOCOL_XBOARD), "4 -120 100 1000 e2e4 e7e5 \n");
     EXPECT_EQ(printed(0, PROTOCOL_NONE), "");
-    protocol = savedProtocol;
 }

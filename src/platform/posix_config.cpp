@@ -1,7 +1,8 @@
-// Reads one value from an INI file: "[section]" headers, "key=value" lines, ";" and "#"
-// comments, names compared without regard to case, blanks around names and values ignored.
-// Any line that is none of these is skipped, so a damaged file only loses its bad lines.
-#include "engine/config.h"
+// The configuration file on POSIX systems: a small INI reader for "./pellix.ini". It reads
+// "[section]" headers, "key=value" lines, ";" and "#" comments, names compared without
+// regard to case, blanks around names and values ignored. Any line that is none of these is
+// skipped, so a damaged file only loses its bad lines.
+#include "platform/config.h"
 
 #include <cctype>
 #include <cstdio>
@@ -10,6 +11,8 @@
 #include <strings.h>
 
 namespace {
+
+constexpr const char* CONFIG_FILE = "./pellix.ini";
 
 char* trim(char* s) {
     while (*s && std::isspace(static_cast<unsigned char>(*s)))
@@ -22,8 +25,8 @@ char* trim(char* s) {
 }
 
 // Finds the value of section/key; writes it into value (size bytes) and answers true.
-bool lookup(const char* path, const char* section, const char* key, char* value, std::size_t size) {
-    std::FILE* file = std::fopen(path, "r");
+bool lookup(const char* section, const char* key, char* value, std::size_t size) {
+    std::FILE* file = std::fopen(CONFIG_FILE, "r");
     if (!file)
         return false;
     char line[1024];
@@ -62,18 +65,18 @@ bool lookup(const char* path, const char* section, const char* key, char* value,
 
 } // namespace
 
-int configInt(const char* section, const char* key, int fallback, const char* path) {
+int configInt(const char* section, const char* key, int fallback) {
     char value[64];
-    if (!lookup(path, section, key, value, sizeof value))
+    if (!lookup(section, key, value, sizeof value))
         return fallback;
     return int(std::strtol(value, nullptr, 10));
 }
 
 void configString(const char* section, const char* key, const char* fallback, char* out,
-                  std::size_t size, const char* path) {
+                  std::size_t size) {
     if (size == 0)
         return;
     char value[1024];
-    const char* chosen = lookup(path, section, key, value, sizeof value) ? value : fallback;
+    const char* chosen = lookup(section, key, value, sizeof value) ? value : fallback;
     std::snprintf(out, size, "%s", chosen);
 }
