@@ -21,11 +21,11 @@ enum class Match {
 // told to stop, or a command is already waiting, every command waits, so that commands take
 // effect in the order they were sent.
 enum class DuringSearch {
-    ANSWER,     // runs at once: it answers, or sets a flag the search reads; the board stays
-    QUEUE,      // changes what the running search reads: waits until the search has ended
-    STOP,       // changes the board: stops the search, runs after the search's move is sent
+    ANSWER,      // runs at once: it answers, or sets a flag the search reads; the board stays
+    QUEUE,       // changes what the running search reads: waits until the search has ended
+    STOP,        // changes the board: stops the search, runs after the search's move is sent
     STOP_SILENT, // ends the engine's turn: stops the search, whose move is not sent
-    IGNORE,     // the engine is already thinking
+    IGNORE,      // the engine is already thinking
 };
 
 struct CommandRow {

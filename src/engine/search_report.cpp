@@ -14,8 +14,10 @@ namespace {
 // Scores from here on are shown as mates; between MATE_BOUND and here they stay numbers.
 constexpr int MATE_SHOWN = 31800;
 
-// A rate or a time converted as the engine always has: what does not fit (a rate over a
-// time of zero) becomes the integer minimum instead of undefined behaviour.
+// A rate or a time as a whole number. What does not fit (a rate over a time of zero) becomes
+// the integer minimum, which is what the conversion gives on the processors the engine was
+// first built for; it keeps such a report the same on every build, where a plain cast
+// would be undefined.
 std::int64_t toInt64(double value) {
     if (!(value >= -9.2e18 && value <= 9.2e18))
         return INT64_MIN;
@@ -101,8 +103,9 @@ void formatUciInfo(char* out, int depth, const PrincipalVariation& pv, std::uint
     // of infinity.
     const int nps   = timeMicros > 0 ? int(toInt64(double(nodes) * 1000000.0 / timeMicros)) : 0;
     const int score = reportedScore(pv);
-    // Being mated puts the minus sign on the depth, and the mate count stays positive:
-    // interfaces have always read this engine's lines that way.
+    // Being mated puts the minus sign on the depth, and the mate count stays positive. The
+    // odd place of the sign is kept: logs and tools written against this engine's reports
+    // look for it there.
     if (score <= -MATE_SHOWN)
         std::snprintf(out, REPORT_LINE_SIZE,
                       "info depth -%d score mate %d time %d nodes %" PRId64 " nps %d pv %s", depth,

@@ -11,14 +11,28 @@
 namespace {
 
 // A line for every row of both tables; the test fails for a row that has none.
-const char* const UCI_LINES[] = {
-    "quit", "uci", "isready", "ucinewgame", "stop", "perft 2", "divide 2", "go depth 3",
-    "debug on", "position startpos moves e2e4", "setoption name Hash value 1"};
+const char* const UCI_LINES[]    = {"quit",
+                                    "uci",
+                                    "isready",
+                                    "ucinewgame",
+                                    "stop",
+                                    "perft 2",
+                                    "divide 2",
+                                    "go depth 3",
+                                    "debug on",
+                                    "position startpos moves e2e4",
+                                    "setoption name Hash value 1"};
 const char* const XBOARD_LINES[] = {
-    "quit", "xboard", "undo", "white", "black", "force", "random", "setboard", "go", "new",
-    "computer", "easy", "hard", "post", "nopost", "accepted ping", "analyze", "protover 2",
-    "perft 2", "divide 2", "time 1000", "otim 900", "ping 5", "st 5", "sd 4", "level 40 5 0",
-    "setboard 8/8/8/8/8/8/8/K6k w - - 0 1", "e2e4", "hint"};
+    "quit",          "xboard",       "undo",
+    "white",         "black",        "force",
+    "random",        "setboard",     "go",
+    "new",           "computer",     "easy",
+    "hard",          "post",         "nopost",
+    "accepted ping", "analyze",      "protover 2",
+    "perft 2",       "divide 2",     "time 1000",
+    "otim 900",      "ping 5",       "st 5",
+    "sd 4",          "level 40 5 0", "setboard 8/8/8/8/8/8/8/K6k w - - 0 1",
+    "e2e4",          "hint"};
 
 // What a running search may read or stand on: the board and the time controls.
 std::string searchInputs(const ChessBoard& engine) {

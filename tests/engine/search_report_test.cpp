@@ -60,12 +60,6 @@ TEST(SearchReport, UciInfoLines) {
     EXPECT_EQ(uci(1, lineOf(0, {}), 5, 0), "info depth 1 score cp 0 time 0 nodes 5 nps 0 pv ");
 }
 
-TEST(SearchReport, XboardThinkingLines) {
-    char out[REPORT_LINE_SIZE];
-    formatXboardThinking(out, 9, lineOf(-31993, {E2E4, E7E5}), 123456, 1500000);
-    EXPECT_STREQ(out, "9 -31993 150 123456 e2e4 e7e5 ");
-}
-
 // The dialect follows the suite mode first, then the protocol; with no protocol nothing.
 TEST(SearchReport, DialectFollowsSuiteModeThenProtocol) {
     FrontEnd frontEnd(CommandSource{nullptr, nullptr});

@@ -13,65 +13,57 @@ namespace {
 constexpr Millis PROMPT{2000};  // a reply that should come at once
 constexpr Millis SEARCH{20000}; // a short search, with room for a slow sanitizer build
 
-// Starts an engine and completes the handshake.
 void startUci(EngineProcess& engine) {
     ASSERT_EQ(engine.readLine(PROMPT), "Pellix 1.1b by Anselm KORVEL");
     engine.send("uci");
     ASSERT_TRUE(engine.waitFor("uciok", PROMPT));
 }
 
-std::vector<int> reportedDepths(const std::vector<std::string>& lines) {
-    std::vector<int> depths;
-    for (const std::string& line : lines)
-        if (line.rfind("info depth ", 0) == 0)
-            depths.push_back(std::stoi(line.substr(11)));
-    return depths;
+// Sends the position and a search, and answers the move of the bestmove line.
+std::string bestMove(EngineProcess& engine, const std::string& position, const char* go,
+                     std::vector<std::string>* seen = nullptr) {
+    engine.send(position);
+    engine.send(go);
+    const std::optional<std::string> line = engine.waitFor("bestmove ", SEARCH, seen);
+    return line ? moveOfLine(*line) : "(none)";
 }
 
 } // namespace
 
-TEST(UciSession, HandshakeIsExactlyThreeLines) {
+TEST(UciSession, HandshakeIsExactlyThreeLinesAndQuitExitsWithOne) {
     EngineProcess engine;
     ASSERT_EQ(engine.readLine(PROMPT), "Pellix 1.1b by Anselm KORVEL");
     engine.send("uci");
     engine.send("isready");
-    EXPECT_EQ(engine.readLine(PROMPT), "id name Pellix 1.1b");
-    EXPECT_EQ(engine.readLine(PROMPT), "id author Anselm KORVEL");
-    EXPECT_EQ(engine.readLine(PROMPT), "uciok");
-    EXPECT_EQ(engine.readLine(PROMPT), "readyok");
+    for (const char* expected :
+         {"id name Pellix 1.1b", "id author Anselm KORVEL", "uciok", "readyok"})
+        EXPECT_EQ(engine.readLine(PROMPT), expected);
     engine.send("quit");
     EXPECT_EQ(engine.waitExit(PROMPT), 1);
 }
 
-// The moves and the FEN reach the board: each position below has one legal move only, so
-// the engine's answer shows which position it searched.
+// The moves and the FEN reach the board: the answers are legal where they were asked, and a
+// bad move is skipped while the moves after it are still played.
 TEST(UciSession, PositionThenGoAnswersForThatPosition) {
     EngineProcess engine;
     startUci(engine);
-    const std::vector<std::string> moves = {"f2f3", "e7e5", "g2g4"};
-    engine.send("position startpos moves f2f3 e7e5 g2g4");
-    engine.send("go depth 2");
-    std::optional<std::string> best = engine.waitFor("bestmove ", SEARCH);
-    ASSERT_TRUE(best);
-    EXPECT_TRUE(isLegalMove(moveOfLine(*best), START_FEN, moves)) << *best;
-
+    EXPECT_TRUE(
+        isLegalMove(bestMove(engine, "position startpos moves f2f3 e7e5 g2g4", "go depth 2"),
+                    START_FEN, {"f2f3", "e7e5", "g2g4"}));
     // With Black's queen on b4, White's king has a single move.
-    const std::string fen = "7k/8/8/8/7q/8/8/K7 b - - 0 1";
-    engine.send("position fen " + fen + " moves h4b4");
-    engine.send("go depth 2");
-    best = engine.waitFor("bestmove ", SEARCH);
-    ASSERT_TRUE(best);
-    EXPECT_EQ(legalMoveTexts(fen, {"h4b4"}), std::vector<std::string>{"a1a2"});
-    EXPECT_EQ(moveOfLine(*best), "a1a2");
-
-    // A bad move is skipped and the moves after it are still played.
-    engine.send("position startpos moves e2e4 e2e5 e7e5 xyz d1h5");
-    engine.send("go depth 1");
-    best = engine.waitFor("bestmove ", SEARCH);
-    ASSERT_TRUE(best);
-    EXPECT_TRUE(isLegalMove(moveOfLine(*best), START_FEN, {"e2e4", "e7e5", "d1h5"})) << *best;
-    engine.send("quit");
-    EXPECT_EQ(engine.waitExit(PROMPT), 1);
+    EXPECT_EQ(
+        bestMove(engine, "position fen 7k/8/8/8/7q/8/8/K7 b - - 0 1 moves h4b4", "go depth 2"),
+        "a1a2");
+    std::vector<std::string> seen;
+    EXPECT_TRUE(isLegalMove(
+        bestMove(engine, "position startpos moves e2e4 e2e5 e7e5 xyz d1h5", "go depth 3", &seen),
+        START_FEN, {"e2e4", "e7e5", "d1h5"}));
+    // One report for each iteration, in order.
+    std::vector<std::string> depths;
+    for (const std::string& line : seen)
+        if (line.rfind("info depth ", 0) == 0)
+            depths.push_back(line.substr(11, 2));
+    EXPECT_EQ(depths, (std::vector<std::string>{"1 ", "2 ", "3 "}));
 }
 
 // Lines from an interface written for Windows, empty lines, junk and a line longer than any
@@ -86,14 +78,8 @@ TEST(UciSession, BadLinesAreHarmless) {
     const char junk[] = "\xff\x01go depth\0 9\n";
     engine.sendRaw(std::string(junk, sizeof junk - 1) + "position fen 8/8\n");
     engine.sendRaw("position startpos moves " + std::string(5000, 'e') + "\nisready\n");
-    std::vector<std::string> seen;
-    EXPECT_TRUE(engine.waitFor("readyok", PROMPT, &seen));
-    engine.send("go depth 1");
-    std::optional<std::string> best = engine.waitFor("bestmove ", SEARCH);
-    ASSERT_TRUE(best);
-    EXPECT_TRUE(isLegalMove(moveOfLine(*best), START_FEN)) << *best;
-    engine.send("quit");
-    EXPECT_EQ(engine.waitExit(PROMPT), 1);
+    EXPECT_TRUE(engine.waitFor("readyok", PROMPT));
+    EXPECT_TRUE(isLegalMove(bestMove(engine, "isready", "go depth 1"), START_FEN));
 }
 
 // Standard input closed: the engine neither exits nor spins, and a search that was running
@@ -103,15 +89,13 @@ TEST(UciSession, EndOfInputKeepsTheEngineWaitingQuietly) {
     startUci(engine);
     engine.send("go depth 2");
     engine.closeInput();
-    std::optional<std::string> best = engine.waitFor("bestmove ", SEARCH);
-    ASSERT_TRUE(best);
+    ASSERT_TRUE(engine.waitFor("bestmove ", SEARCH));
     const auto cpuTicks = [&] {
         std::ifstream stat("/proc/" + std::to_string(engine.processId()) + "/stat");
         std::string field;
         long ticks = 0;
         for (int i = 1; i <= 15 && stat >> field; ++i)
-            if (i == 14 || i == 15)
-                ticks += std::stol(field);
+            ticks += i >= 14 ? std::stol(field) : 0;
         return ticks;
     };
     const long before = cpuTicks();
@@ -120,28 +104,10 @@ TEST(UciSession, EndOfInputKeepsTheEngineWaitingQuietly) {
     EXPECT_LT(cpuTicks() - before, 10) << "the engine spins after its input ended";
 }
 
-// --- Sessions that need a real search: iterations, polling, stopping. ---------------------
-
-TEST(UciSearch, GoDepthReportsEveryIterationThenMoves) {
-    EngineProcess engine;
-    startUci(engine);
-    engine.send("position startpos moves e2e4");
-    engine.send("go depth 3");
-    std::vector<std::string> seen;
-    std::optional<std::string> best = engine.waitFor("bestmove ", SEARCH, &seen);
-    ASSERT_TRUE(best);
-    EXPECT_EQ(reportedDepths(seen), (std::vector<int>{1, 2, 3}));
-    for (const std::string& line : seen) {
-        if (line.rfind("info ", 0) == 0) {
-            EXPECT_NE(line.find(" score cp "), std::string::npos) << line;
-        }
-    }
-    EXPECT_TRUE(isLegalMove(moveOfLine(*best), START_FEN, {"e2e4"})) << *best;
-}
-
-// "isready" is answered in the middle of an infinite search; "go" is ignored there; "stop"
-// ends it with a legal move, and a "quit" during a search lets it answer, then exits 1.
-TEST(UciSearch, CommandsDuringAnInfiniteSearch) {
+// "isready" is answered in the middle of an infinite search and "go" is ignored there;
+// "stop" ends it with a legal move. A new position stops a search, which answers for the
+// old position before the new one is set. "quit" lets a search answer, then exits 1.
+TEST(UciSearch, CommandsDuringASearch) {
     EngineProcess engine;
     startUci(engine);
     engine.send("position startpos");
@@ -153,40 +119,27 @@ TEST(UciSearch, CommandsDuringAnInfiniteSearch) {
     ASSERT_TRUE(engine.waitFor("readyok", PROMPT, &seen));
     for (const std::string& line : seen)
         EXPECT_EQ(line.rfind("bestmove", 0), std::string::npos);
-    std::this_thread::sleep_for(Millis(200));
     engine.send("stop");
-    std::optional<std::string> best = engine.waitFor("bestmove ", PROMPT, &seen);
+    std::optional<std::string> best = engine.waitFor("bestmove ", PROMPT);
     ASSERT_TRUE(best);
     EXPECT_TRUE(isLegalMove(moveOfLine(*best), START_FEN)) << *best;
     engine.send("isready");
-    std::vector<std::string> after;
-    ASSERT_TRUE(engine.waitFor("readyok", PROMPT, &after));
-    EXPECT_EQ(after.size(), 1u) << "the ignored go searched: " << after.front();
+    seen.clear();
+    ASSERT_TRUE(engine.waitFor("readyok", PROMPT, &seen));
+    EXPECT_EQ(seen.size(), 1u) << "the ignored go searched: " << seen.front();
 
-    engine.send("go infinite");
-    std::this_thread::sleep_for(Millis(300));
-    engine.send("quit");
-    best = engine.waitFor("bestmove ", PROMPT);
-    ASSERT_TRUE(best);
-    EXPECT_EQ(engine.waitExit(PROMPT), 1);
-}
-
-// A new position during a search stops it: the old search answers for the old position,
-// then the new position is set and the next "go" searches it.
-TEST(UciSearch, PositionDuringASearchWaitsForItsMove) {
-    EngineProcess engine;
-    startUci(engine);
-    engine.send("position startpos");
+    engine.send("ucinewgame"); // "position startpos" alone would keep the move just played
     engine.send("go infinite");
     std::this_thread::sleep_for(Millis(300));
     engine.send("position startpos moves d2d4");
-    engine.send("go depth 2");
-    std::optional<std::string> first = engine.waitFor("bestmove ", PROMPT);
-    ASSERT_TRUE(first);
-    EXPECT_TRUE(isLegalMove(moveOfLine(*first), START_FEN)) << *first;
-    std::optional<std::string> second = engine.waitFor("bestmove ", SEARCH);
-    ASSERT_TRUE(second);
-    EXPECT_TRUE(isLegalMove(moveOfLine(*second), START_FEN, {"d2d4"})) << *second;
+    best = engine.waitFor("bestmove ", PROMPT);
+    ASSERT_TRUE(best);
+    EXPECT_TRUE(isLegalMove(moveOfLine(*best), START_FEN)) << *best;
+    EXPECT_TRUE(isLegalMove(bestMove(engine, "isready", "go depth 2"), START_FEN, {"d2d4"}));
+
+    engine.send("go infinite");
+    std::this_thread::sleep_for(Millis(300));
     engine.send("quit");
+    ASSERT_TRUE(engine.waitFor("bestmove ", PROMPT));
     EXPECT_EQ(engine.waitExit(PROMPT), 1);
 }

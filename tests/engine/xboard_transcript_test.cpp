@@ -1,10 +1,9 @@
 // XBoard sessions with the real executable over pipes: the feature handshake, force mode,
-// the opponent's moves, take-back, set-up and the time controls.
+// the opponent's moves, take-back, set-up, the time controls and commands during a search.
 #include "engine_process.h"
 #include "engine_test_support.h"
 #include "test_support.h"
 
-#include <cctype>
 #include <gtest/gtest.h>
 #include <thread>
 
@@ -13,13 +12,12 @@ namespace {
 constexpr Millis PROMPT{2000};
 constexpr Millis SEARCH{20000};
 
-const char* const FEATURES = "feature setboard=1 myname=\"Pellix 1.1b\" analyze=0 ping=1 draw=0 "
-                             "sigint=0 variants=\"normal\" done=1 colors=0";
-
 void startXboard(EngineProcess& engine) {
     ASSERT_EQ(engine.readLine(PROMPT), "Pellix 1.1b by Anselm KORVEL");
     engine.send("xboard");
-    ASSERT_EQ(engine.readLine(PROMPT), FEATURES);
+    ASSERT_EQ(engine.readLine(PROMPT),
+              "feature setboard=1 myname=\"Pellix 1.1b\" analyze=0 ping=1 draw=0 sigint=0 "
+              "variants=\"normal\" done=1 colors=0");
     engine.send("protover 2");
     engine.send("new");
 }
@@ -35,87 +33,61 @@ std::vector<std::string> sync(EngineProcess& engine, int n) {
     return seen;
 }
 
-} // namespace
-
-TEST(XboardSession, FeaturesThenPong) {
-    EngineProcess engine;
-    startXboard(engine);
-    engine.send("uci"); // not a command once the protocol is XBoard
-    EXPECT_TRUE(sync(engine, 7).empty());
-    engine.send("quit");
-    EXPECT_EQ(engine.waitExit(PROMPT), 1);
+// The engine's reply to the line: the move of its "move" line.
+std::string reply(EngineProcess& engine, const std::string& line) {
+    engine.send(line);
+    const std::optional<std::string> move = engine.waitFor("move ", SEARCH);
+    return move ? moveOfLine(*move) : "(none)";
 }
 
-// In force mode a move is played without a reply; "go" then makes the engine move for the
-// side to move, here Black.
+} // namespace
+
+// In force mode a move is played without a reply, and "uci" is no command here; "go" then
+// makes the engine move for the side to move, here Black, and out of force mode every move
+// of the opponent is answered.
 TEST(XboardSession, ForceMoveThenGo) {
     EngineProcess engine;
     startXboard(engine);
     engine.send("sd 2");
     engine.send("force");
     engine.send("e2e4");
+    engine.send("uci");
     EXPECT_TRUE(sync(engine, 1).empty());
-    engine.send("go");
-    std::optional<std::string> reply = engine.waitFor("move ", SEARCH);
-    ASSERT_TRUE(reply);
-    const std::string blackMove = moveOfLine(*reply);
-    EXPECT_TRUE(isLegalMove(blackMove, START_FEN, {"e2e4"})) << *reply;
-
-    // Out of force mode each move of the opponent is answered.
-    const std::vector<std::string> legal = legalMoveTexts(START_FEN, {"e2e4", blackMove});
+    const std::string black = reply(engine, "go");
+    EXPECT_TRUE(isLegalMove(black, START_FEN, {"e2e4"})) << black;
+    const std::vector<std::string> legal = legalMoveTexts(START_FEN, {"e2e4", black});
     ASSERT_FALSE(legal.empty());
-    engine.send(legal.front());
-    reply = engine.waitFor("move ", SEARCH);
-    ASSERT_TRUE(reply);
-    EXPECT_TRUE(isLegalMove(moveOfLine(*reply), START_FEN, {"e2e4", blackMove, legal.front()}));
+    EXPECT_TRUE(
+        isLegalMove(reply(engine, legal.front()), START_FEN, {"e2e4", black, legal.front()}));
     engine.send("quit");
     EXPECT_EQ(engine.waitExit(PROMPT), 1);
 }
 
-// An illegal move is refused without a word, and the engine moves for the side to move.
-TEST(XboardSession, IllegalMoveIsAnsweredForTheSideToMove) {
+// An illegal move is refused without a word and the engine moves for the side to move;
+// "undo" takes back the last move; "setboard" sets a position, here one where White has a
+// single legal move, and a bad one is ignored. Lines that are no command say nothing.
+TEST(XboardSession, IllegalMovesUndoAndSetboard) {
     EngineProcess engine;
     startXboard(engine);
     engine.send("sd 1");
-    engine.send("e2e5");
-    std::optional<std::string> reply = engine.waitFor("move ", SEARCH);
-    ASSERT_TRUE(reply);
-    EXPECT_TRUE(isLegalMove(moveOfLine(*reply), START_FEN)) << *reply;
-    engine.send("hint");
-    engine.send("result 1-0 {White mates}");
-    EXPECT_TRUE(sync(engine, 2).empty());
-    engine.send("quit");
-}
-
-// "undo" takes back the last move; "setboard" sets a position, here one where White has a
-// single legal move.
-TEST(XboardSession, UndoAndSetboard) {
-    EngineProcess engine;
-    startXboard(engine);
+    EXPECT_TRUE(isLegalMove(reply(engine, "e2e5"), START_FEN));
+    engine.send("new");
     engine.send("sd 1");
     engine.send("force");
     engine.send("e2e4");
     engine.send("undo");
-    engine.send("go");
-    std::optional<std::string> reply = engine.waitFor("move ", SEARCH);
-    ASSERT_TRUE(reply);
-    EXPECT_TRUE(isLegalMove(moveOfLine(*reply), START_FEN)) << *reply;
-
-    const std::string fen = "7k/8/8/8/1q6/8/8/K7 w - - 0 1";
+    EXPECT_TRUE(isLegalMove(reply(engine, "go"), START_FEN));
     engine.send("force");
-    engine.send("setboard " + fen);
-    engine.send("go");
-    reply = engine.waitFor("move ", SEARCH);
-    ASSERT_TRUE(reply);
-    EXPECT_EQ(moveOfLine(*reply), "a1a2");
+    engine.send("setboard 7k/8/8/8/1q6/8/8/K7 w - - 0 1");
     engine.send("setboard not a fen");
+    engine.send("hint");
+    engine.send("result 1-0 {White mates}");
     EXPECT_TRUE(sync(engine, 3).empty());
-    engine.send("quit");
+    EXPECT_EQ(reply(engine, "go"), "a1a2");
 }
 
 // The time controls reach the search: a fixed depth reports exactly that many iterations,
-// a second per move comes back in about a second, and a clock set by "level" and "time"
-// gives a quick move.
+// and a second per move or a clock set by "level" and "time" give a quick move.
 TEST(XboardSearch, TimeControls) {
     EngineProcess engine;
     startXboard(engine);
@@ -125,10 +97,10 @@ TEST(XboardSearch, TimeControls) {
     engine.send("go");
     std::vector<std::string> seen;
     ASSERT_TRUE(engine.waitFor("move ", SEARCH, &seen));
+    seen.pop_back();
     std::vector<int> depths;
     for (const std::string& line : seen)
-        if (line.rfind("move ", 0) != 0)
-            depths.push_back(std::stoi(line));
+        depths.push_back(std::stoi(line));
     EXPECT_EQ(depths, (std::vector<int>{1, 2, 3}));
 
     for (const char* control : {"st 1", "level 0 0:02 0"}) {
@@ -136,14 +108,11 @@ TEST(XboardSearch, TimeControls) {
         engine.send(control);
         engine.send("time 200");
         engine.send("otim 200");
-        const auto start = std::chrono::steady_clock::now();
-        engine.send("d2d4");
-        std::optional<std::string> reply = engine.waitFor("move ", Millis(5000));
-        ASSERT_TRUE(reply) << control;
-        EXPECT_TRUE(isLegalMove(moveOfLine(*reply), START_FEN, {"d2d4"})) << *reply;
+        const auto start      = std::chrono::steady_clock::now();
+        const std::string ply = reply(engine, "d2d4");
+        EXPECT_TRUE(isLegalMove(ply, START_FEN, {"d2d4"})) << control << ": " << ply;
         EXPECT_LT(std::chrono::steady_clock::now() - start, Millis(1800)) << control;
     }
-    engine.send("quit");
 }
 
 // "ping" is answered while the engine thinks. "force" ends the engine's turn: the search
@@ -155,12 +124,11 @@ TEST(XboardSearch, CommandsDuringASearch) {
     engine.send("st 60");
     engine.send("go");
     std::this_thread::sleep_for(Millis(300));
-    for (const std::string& line : sync(engine, 9))
-        EXPECT_EQ(line.rfind("move", 0), std::string::npos);
-    engine.send("force");
-    for (const std::string& line : sync(engine, 10))
-        EXPECT_EQ(line.rfind("move", 0), std::string::npos);
-
+    for (int n : {9, 10}) {
+        for (const std::string& line : sync(engine, n))
+            EXPECT_EQ(line.rfind("move", 0), std::string::npos);
+        engine.send("force");
+    }
     engine.send("e2e4"); // White's move; the engine thinks for Black...
     engine.send("st 60");
     engine.send("go");
@@ -168,16 +136,12 @@ TEST(XboardSearch, CommandsDuringASearch) {
     engine.send("force"); // ...until the user takes the move back
     engine.send("undo");
     engine.send("sd 2");
-    engine.send("go");
-    std::optional<std::string> reply = engine.waitFor("move ", SEARCH);
-    ASSERT_TRUE(reply);
-    EXPECT_TRUE(isLegalMove(moveOfLine(*reply), START_FEN)) << *reply;
+    EXPECT_TRUE(isLegalMove(reply(engine, "go"), START_FEN));
 
     engine.send("st 60");
     engine.send("go");
     std::this_thread::sleep_for(Millis(300));
     engine.send("quit");
-    reply = engine.waitFor("move ", PROMPT);
-    ASSERT_TRUE(reply);
+    ASSERT_TRUE(engine.waitFor("move ", PROMPT));
     EXPECT_EQ(engine.waitExit(PROMPT), 1);
 }
