@@ -18,6 +18,8 @@ public:
     // Copies the next whole line into out (size bytes, so lines of at most size - 1
     // characters); false when there is none.
     bool takeLine(char* out, std::size_t size);
+    // True when any character is buffered, a part of a line included.
+    bool hasBytes() const { return end > begin; }
     // At the end of input: the last line, even without its line feed; false when nothing is
     // left. Leaves the buffer empty.
     bool takeLast(char* out, std::size_t size);

@@ -125,34 +125,27 @@ TEST(CommandTable, XboardCommandsDuringASearch) {
     expectEveryRowDuringASearch(PROTOCOL_XBOARD, XBOARD_LINES);
 }
 
+// Later keywords win and unknown words are skipped one by one; a missing value ends the
+// parse; clocks that ran out and overflowing numbers stay in range.
 TEST(CommandTable, GoReadsItsKeywords) {
     auto engine = boardFrom(START_FEN);
-    parseGo(*engine, "go wtime 300000 btime 290000 winc 2000 binc 1000");
+    parseGo(*engine, "go depth 6 wtime 300000 btime 290000 winc 2000 movestogo 12");
     EXPECT_EQ(engine->timeMode, TIME_CLOCK);
     EXPECT_EQ(engine->remainingTime[BLACK], 290000.0f);
     EXPECT_EQ(engine->increment[WHITE], 2000);
-    EXPECT_EQ(engine->movesToGo, 0);
-    // Later keywords win; unknown words and their moves are skipped one by one.
-    parseGo(*engine, "go depth 6 wtime 60000 movestogo 12");
-    EXPECT_EQ(engine->timeMode, TIME_CLOCK);
     EXPECT_EQ(engine->movesToGo, 12);
-    parseGo(*engine, "go ponder searchmoves e2e4 d2d4 depth 4");
+    parseGo(*engine, "go ponder searchmoves e2e4 d2d4 depth 4 nodes ");
+    EXPECT_EQ(engine->timeMode, TIME_DEPTH);
     EXPECT_EQ(engine->depthOnlyLimit, 4);
     EXPECT_EQ(engine->movesToGo, 0);
-    parseGo(*engine, "go nodes 5000");
-    EXPECT_EQ(engine->nodeLimit, 5000);
-    parseGo(*engine, "go infinite");
+    parseGo(*engine, "go wtime -150 btime 99999999999 infinite");
     EXPECT_EQ(engine->timeMode, TIME_INFINITE);
-    // A missing value ends the parse; clocks that ran out and overflowing numbers stay in
-    // range instead of turning into hours of thinking.
-    parseGo(*engine, "go depth 3 nodes ");
-    EXPECT_EQ(engine->timeMode, TIME_DEPTH);
-    parseGo(*engine, "go wtime -150 btime 99999999999");
     EXPECT_EQ(engine->remainingTime[WHITE], 0.0f);
     EXPECT_GT(engine->remainingTime[BLACK], 2e9f);
     parseGo(*engine, "go movetime 99999999");
     EXPECT_EQ(engine->moveTime, 0xFFFFFFFFu);
-    parseGo(*engine, "go movetime -5");
+    parseGo(*engine, "go nodes 5000 movetime -5");
+    EXPECT_EQ(engine->nodeLimit, 5000);
     EXPECT_EQ(engine->moveTime, 0u);
 }
 
