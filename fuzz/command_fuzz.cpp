@@ -13,6 +13,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <string>
+#include <string_view>
 #include <unistd.h>
 
 namespace {
@@ -65,6 +66,19 @@ void setUpOnce() {
     engineInputPoll = &budgetedPoll;
 }
 
+// The FEN reader takes positions without a king; a side without one has no king square to
+// agree with. Any other report, or this one for a side that has a king, is a fault.
+bool consistent(const ChessBoardUCI& b) {
+    for (const char* message : b.checkConsistency()) {
+        const std::string_view text(message);
+        const bool noKing = (text == "bad king position for white" && !b.bbPiece[WHITE][KING]) ||
+                            (text == "bad king position for black" && !b.bbPiece[BLACK][KING]);
+        if (!noKing)
+            return false;
+    }
+    return true;
+}
+
 void resetFrontEnd() {
     destroyEngine();
     clearWaitingCommands();
@@ -104,7 +118,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (board) {
         if (board->thinking)
             std::abort();
-        if (!board->checkConsistency().empty())
+        if (!consistent(*board))
             std::abort();
     }
     resetFrontEnd();
