@@ -8,6 +8,8 @@ PREFIX       ?= /usr/local
 WERROR       ?= OFF
 # Seconds each fuzz target runs in `make fuzz`.
 FUZZ_SECONDS ?= 20
+# Fuzz targets running at once in `make fuzz`.
+FUZZ_JOBS    ?= 2
 
 CONFIGURE    = cmake -DPELLIX_WERROR=$(WERROR)
 FORMATTED    = $(shell git ls-files 'src/*.cpp' 'src/*.h' 'bench/*.cpp' 'bench/*.h' \
@@ -46,6 +48,15 @@ valgrind: all
 	$(VALGRIND) $(BUILD_DIR)/pellix -perft 4 >/dev/null
 	printf 'uci\nposition startpos moves e2e4 c7c5\ngo depth 6\nisready\nquit\n' | \
 	    $(VALGRIND) $(BUILD_DIR)/pellix >/dev/null; test $$? -eq 1
+
+# The whole tree under clang with the fuzz targets (so clang's warnings are checked too), then
+# each target for FUZZ_SECONDS on its seeds in fuzz/corpus, FUZZ_JOBS at a time; anything a target
+# reports fails. What the runs find stays under $(FUZZ_DIR)/fuzz-runs.
+fuzz:
+	$(CONFIGURE) -S . -B $(FUZZ_DIR) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DPELLIX_FUZZ=ON \
+	    -DCMAKE_CXX_COMPILER=clang++
+	cmake --build $(FUZZ_DIR) -j $(JOBS)
+	fuzz/run-all $(FUZZ_DIR) $(FUZZ_SECONDS) $(FUZZ_JOBS)
 
 format:
 	clang-format -i $(FORMATTED)

@@ -67,13 +67,14 @@ void PgnReader::fail(PgnGame& game, const char* reason) {
 }
 
 void PgnReader::skipBlanks() {
-    // A byte-order mark is not part of the text.
-    if (at == 0 && text.starts_with("\xEF\xBB\xBF"))
-        at = 3;
+    // A byte-order mark is not part of the text: the first line begins after it.
+    const std::size_t firstLine = text.starts_with("\xEF\xBB\xBF") ? 3 : 0;
+    if (at < firstLine)
+        at = firstLine;
     while (at < text.size()) {
         if (isBlank(text[at]))
             ++at;
-        else if (text[at] == '%' && (at == 0 || text[at - 1] == '\n'))
+        else if (text[at] == '%' && (at == firstLine || text[at - 1] == '\n'))
             skipLine(); // escape line
         else
             break;

@@ -21,7 +21,7 @@ bool initialise() {
     stdinHandle     = GetStdHandle(STD_INPUT_HANDLE);
     if (stdinHandle == nullptr || stdinHandle == INVALID_HANDLE_VALUE)
         return false;
-    DWORD mode = 0;
+    DWORD mode  = 0;
     stdinIsPipe = !GetConsoleMode(stdinHandle, &mode);
     if (!stdinIsPipe) {
         SetConsoleMode(stdinHandle, mode & ~DWORD(ENABLE_WINDOW_INPUT | ENABLE_MOUSE_INPUT));
@@ -34,7 +34,7 @@ bool initialise() {
 bool fill() {
     if (!pollInitialised)
         initialise();
-    DWORD got = 0;
+    DWORD got   = 0;
     char* space = pending.space();
     if (!ReadFile(stdinHandle, space, DWORD(pending.spaceLeft()), &got, nullptr) || got == 0)
         return false;

@@ -50,6 +50,14 @@ TEST(PgnReader, KeepsTheMainLineAndReadsPastEverythingElse) {
     EXPECT_EQ(games[3].result, RESULT_BLACK_WINS);
 }
 
+// Tools that write a byte-order mark often put an escape line right behind it.
+TEST(PgnReader, AnEscapeLineRightAfterAByteOrderMarkIsSkipped) {
+    const std::vector<PgnGame> games = readAll("\xEF\xBB\xBF% exported by a tool\n1. e4 e5 1-0\n");
+    ASSERT_EQ(games.size(), 1u);
+    EXPECT_TRUE(games[0].error.empty()) << games[0].error;
+    EXPECT_EQ(games[0].moves, (Moves{"e4", "e5"}));
+}
+
 TEST(PgnReader, MalformedGamesAreReportedAndTheNextGameIsRead) {
     const struct {
         const char* text;
