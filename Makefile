@@ -4,6 +4,7 @@ SANITIZE_DIR ?= build/sanitize
 FUZZ_DIR     ?= build/fuzz
 PGO_DIR      ?= build/pgo
 PACKAGE_DIR  ?= build/packages
+WINDOWS_DIR  ?= build/windows
 JOBS         ?= $(shell nproc 2>/dev/null || echo 2)
 PREFIX       ?= /usr/local
 # WERROR=ON turns compiler warnings into errors (CI builds this way).
@@ -25,7 +26,7 @@ FORMATTED    = $(shell git ls-files 'src/*.cpp' 'src/*.h' 'bench/*.cpp' 'bench/*
                    'tests/*.cpp' 'tests/*.h' 'fuzz/*.cpp' 'fuzz/*.h')
 
 .PHONY: all run test test-release test-sanitize bench valgrind fuzz format format-check \
-        install pgo pgo-speed package test-package clean
+        install pgo pgo-speed package package-linux package-windows test-package windows clean
 
 all:
 	$(CONFIGURE) -S . -B $(BUILD_DIR) -DCMAKE_BUILD_TYPE=Release
@@ -106,18 +107,35 @@ $(PGO_DIR)/pgo.stamp: $(PGO_INPUTS)
 pgo-speed: pgo all
 	packaging/pgo-speed.sh $(BUILD_DIR)/pellix-bench $(PGO_DIR)/pellix-bench $(SPEED_RUNS)
 
-# The Linux packages: $(PACKAGE_DIR)/pellix_<version>_amd64.deb and a .tar.gz of the same
-# files, with CPack's staging tree removed afterwards.
+# The 64-bit Windows programs, cross-compiled with MinGW-w64 into $(WINDOWS_DIR); the
+# opening book is made by the build machine's own pellix-book.
+windows: all
+	$(CONFIGURE) -S . -B $(WINDOWS_DIR) -DCMAKE_BUILD_TYPE=Release \
+	    -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64-x86_64.cmake \
+	    -DPELLIX_BOOK_TOOL=$(abspath $(BUILD_DIR))/pellix-book
+	cmake --build $(WINDOWS_DIR) -j $(JOBS)
+
+# Every package into $(PACKAGE_DIR): the Debian package and a .tar.gz of the same files
+# (package-linux), and the Windows zip (package-windows). CPack's staging trees are removed.
+package: package-linux package-windows
+
 ifeq ($(PGO),ON)
 PACKAGE_BUILD = $(PGO_DIR)
-package: pgo
+package-linux: pgo
 else
 PACKAGE_BUILD = $(BUILD_DIR)
-package: all
+package-linux: all
 endif
-package:
-	rm -rf $(PACKAGE_DIR)
+package-linux:
+	mkdir -p $(PACKAGE_DIR)
+	rm -f $(PACKAGE_DIR)/pellix_*.deb $(PACKAGE_DIR)/pellix-*-linux-*.tar.gz
 	cd $(PACKAGE_BUILD) && cpack -B $(abspath $(PACKAGE_DIR))
+	rm -rf $(PACKAGE_DIR)/_CPack_Packages
+
+package-windows: windows
+	mkdir -p $(PACKAGE_DIR)
+	rm -f $(PACKAGE_DIR)/pellix-*-windows-*.zip
+	cd $(WINDOWS_DIR) && cpack -B $(abspath $(PACKAGE_DIR))
 	rm -rf $(PACKAGE_DIR)/_CPack_Packages
 
 # Unpacks the .deb and checks the installed tree: the engine answers both protocols, plays
