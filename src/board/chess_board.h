@@ -1,7 +1,9 @@
-// ChessBoard: the engine object. It holds the position, the game record, the search tables,
-// the time-control fields and the opening book, and reaches its environment only through
-// the ten virtual hooks at the end. Each group of members is defined in the folder that
-// owns its concern (board/, movegen/, eval/, search/, book/).
+// ChessBoard: the engine object. It holds the position, the game record, the search tables
+// and the time-control fields, and owns the opening book (made on first use). It calls out
+// to its environment through the ten virtual hooks at the end and through inputPoll, the
+// front end's test for a waiting command; it reads the time from platform/clock.h. Each
+// group of members is defined in the folder that owns its concern (board/, movegen/, eval/,
+// search/, book/).
 #pragma once
 
 #include "board/position.h"
@@ -155,7 +157,7 @@ public:
     bool startThinking();
     // The same as startThinking with a thread routine's shape; nothing starts a thread.
     static unsigned long startThinkingThread(void* engine);
-    bool checkTime(); // false when the search must stop: the step every node takes first
+    bool checkTime(); // false when the search must stop: the nodes' stop-and-poll step
     void setTimeMode(int mode, std::int64_t value = 0);
 
     // The steps of one full-width node and of the iterations (search/alpha_beta.cpp,

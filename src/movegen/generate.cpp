@@ -72,9 +72,8 @@ template <Color US> Square enPassantTarget(const Position& p) {
 }
 
 template <Color US> MoveEntry* addEnPassant(const Position& p, Square target, MoveEntry* out) {
-    constexpr Move EP_WORD = Move(PAWN) << 12 | Move(PAWN) << 15 | MOVE_EP;
     for (Bitboard pawns = pawnAttack[Side<US>::THEM][target] & p.bbPiece[US][PAWN]; pawns;)
-        (out++)->move = Move(popLowest(pawns)) | Move(target) << 6 | EP_WORD;
+        (out++)->move = makeMoveWord(popLowest(pawns), target, PAWN, PAWN) | MOVE_EP;
     return out;
 }
 

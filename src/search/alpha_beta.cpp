@@ -61,12 +61,6 @@ int ChessBoard::search(int depth, int moveBase, int alpha, int beta, PrincipalVa
     return score;
 }
 
-// The stop-and-poll step on its own, for a caller outside the node loop: true while the
-// search may go on. Nothing calls it today; the nodes take the same step inline.
-bool ChessBoard::checkTime() {
-    return !nodeMustStop(*this);
-}
-
 int ChessBoard::searchNode(SearchNode& node, PrincipalVariation& pv, bool nullAllowed) {
     // PV nodes never take their move or a cut-off from this probe.
     if (node.depth >= ONE_PLY && node.type != PV_NODE) {
