@@ -106,16 +106,19 @@ public:
     int sanToMove(const char* text, Move& move);
     int playCoordinateMove(const char* text);
 
-    // --- Attacks and generation (movegen/attacks.cpp, movegen/generate.cpp) -----------------
+    // --- Generation and attacks (movegen/generate.cpp, legal_moves.cpp, attacks.cpp) -------
     int generateCaptures(MoveEntry* list) const;
     int generateQuiets(MoveEntry* list) const;
     int generateEvasions(MoveEntry* list) const;
     int generateMoves(MoveEntry* list, int inCheckNow); // writes the inCheck flag
+    // generateMoves' list for the side to move as it stands, without writing the flag.
+    int generatePseudoLegalMoves(MoveEntry* list) const;
+    // The legal moves only, in generation order; the board is left exactly as it was.
+    int generateLegalMoves(MoveEntry* list);
+    bool isMoveValid(Move m); // a legal move of this position
     bool isAttackedWithout(Square removed, Square square, Color by) const;
     bool isPinned(Square square, Color colour) const;
     bool cannotWin(Color colour) const;
-    static void sortMoves(MoveEntry* list, int first, int count);
-    bool isMoveValid(Move m); // among the moves generated in this position
 
     MoveEntry moveStack[MOVE_STACK_SIZE];
     std::uint8_t gameStatus = STATUS_NORMAL;
@@ -131,9 +134,10 @@ public:
     DivideRow divideRows[MAX_GENERATED];
     int divideCount = 0;
 
-    // --- Move ordering (movegen/ordering.cpp) -----------------------------------------------
+    // --- Move ordering (movegen/ordering.cpp, movegen/see.cpp) ------------------------------
     void scoreMoves(MoveEntry* list, int count, Move hashMove, int ply) const;
     void scoreCaptures(MoveEntry* list, int count, Move hashMove) const;
+    static void sortMoves(MoveEntry* list, int first, int count);
     int see(Move m) const;
 
     Move killerMove1[MAX_PLY] = {};

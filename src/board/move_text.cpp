@@ -153,10 +153,8 @@ int ChessBoard::sanToMove(const char* text, Move& move) {
     p += 2;
 
     MoveEntry list[MAX_GENERATED];
-    const std::uint8_t wasInCheck = inCheck;
-    const int count               = generateMoves(list, sideToMoveInCheck());
-    inCheck                       = wasInCheck;
-    int found                     = -1;
+    const int count = generatePseudoLegalMoves(list);
+    int found       = -1;
     for (int i = 0; i < count && found < 0; ++i) {
         const Move m = list[i].move;
         if (movePiece(m) != piece || moveTo(m) != to)

@@ -231,6 +231,13 @@ int ChessBoard::generateEvasions(MoveEntry* list) const {
     return sideToMove == WHITE ? evasions<WHITE>(*this, list) : evasions<BLACK>(*this, list);
 }
 
+int ChessBoard::generatePseudoLegalMoves(MoveEntry* list) const {
+    if (sideToMoveInCheck())
+        return generateEvasions(list);
+    const int count = generateCaptures(list);
+    return count + generateQuiets(list + count);
+}
+
 int ChessBoard::generateMoves(MoveEntry* list, int inCheckNow) {
     if (inCheckNow) {
         inCheck = 1;
