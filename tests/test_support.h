@@ -35,5 +35,4 @@ std::unique_ptr<SilentBoard> boardFrom(const std::string& fen);
 // Every legal move of the position on the board.
 std::vector<Move> legalMoves(ChessBoard& board);
 
-extern const char* const START_FEN;
 extern const char* const KIWIPETE_FEN;

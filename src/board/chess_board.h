@@ -19,6 +19,9 @@
 struct SearchNode; // search/search_node.h
 class OpeningBook; // book/opening_book.h
 
+// The initial position of every game.
+constexpr const char* START_FEN = "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1";
+
 // Capacities of the fixed storage. The history stack holds the longest game the engine
 // accepts plus the deepest search line on top of it (search plies and null moves).
 constexpr int GAME_PLY_LIMIT   = 8192;
