@@ -102,8 +102,6 @@ struct Position {
                (knightAttack[s] & bbPiece[by][KNIGHT]) || (diagAttacks(s) & diagonalSliders(by)) ||
                (rookAttacks(s) & lineSliders(by)) || (kingAttack[s] & bbPiece[by][KING]);
     }
-    // Every piece of both colours attacking square s.
-    Bitboard attackersOf(Square s) const;
     bool sideToMoveInCheck() const { return isAttacked(kingSquare[sideToMove], opponent(side())); }
 
     // Diagnostic: compares every redundant form and returns one message per kind of
