@@ -162,8 +162,7 @@ public:
     int quiesce(int ply, int moveBase, int alpha, int beta, bool exactEval);
     bool think();
     bool startThinking();
-    // The same as startThinking with a thread routine's shape; nothing starts a thread.
-    static unsigned long startThinkingThread(void* engine);
+    static unsigned long startThinkingThread(void* engine); // think, as a thread routine
     bool checkTime(); // false when the search must stop: the nodes' stop-and-poll step
     void setTimeMode(int mode, std::int64_t value = 0);
 
