@@ -19,7 +19,7 @@ struct PerftCase {
 };
 
 constexpr PerftCase cases[] = {
-    {"start", "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1", 6, 119060324},
+    {"start", START_FEN, 6, 119060324},
     {"kiwipete", "r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq - 0 1", 5,
      193690690},
 };

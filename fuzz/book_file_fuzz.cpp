@@ -9,22 +9,17 @@
 
 namespace {
 const char* const positions[] = {
-    "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1",
+    START_FEN,
     "r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq - 0 1",
     "8/8/8/1k6/3Pp3/8/8/4KQ2 b - d3 0 1",
 };
 
 bool isLegal(ChessBoard& board, Move m) {
     MoveEntry list[MAX_GENERATED];
-    const std::uint8_t wasInCheck = board.inCheck;
-    const int count               = board.generateMoves(list, board.sideToMoveInCheck());
-    board.inCheck                 = wasInCheck;
+    const int count = board.generateLegalMoves(list);
     for (int i = 0; i < count; ++i)
-        if (list[i].move == m) {
-            const bool legal = board.makeMove(m);
-            board.unmakeMove(m);
-            return legal;
-        }
+        if (list[i].move == m)
+            return true;
     return false;
 }
 } // namespace
@@ -44,15 +39,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     // between two others so that the lookup reaches it.
     SilentBoard& board = fuzzBoard();
     board.setPosition(positions[size % 3]);
-    board.book.clear();
+    board.openingBook().clear();
     const std::uint32_t low  = std::uint32_t(board.hashKey),
                         high = std::uint32_t(board.hashKey >> 32);
-    board.book.insertBookMove(0, 0, 1, 1, 0, 0);
-    board.book.insertBookMove(~0u, ~0u, 1, 1, 0, 0);
+    board.openingBook().insertBookMove(0, 0, 1, 1, 0, 0);
+    board.openingBook().insertBookMove(~0u, ~0u, 1, 1, 0, 0);
     for (const BookNode& node : book.nodes())
         for (std::uint32_t i = 0; i < node.moveCount; ++i)
-            board.book.insertBookMove(low, high, node.moves[i].move, node.moves[i].count | 1, 0, 0);
-    board.book.sortByKey();
+            board.openingBook().insertBookMove(low, high, node.moves[i].move,
+                                               node.moves[i].count | 1, 0, 0);
+    board.openingBook().sortByKey();
     const Position before = board;
     for (int draw = 0; draw < 8; ++draw) {
         const Move m = board.probeBook();

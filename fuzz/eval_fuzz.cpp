@@ -49,8 +49,7 @@ void exercise(SilentBoard& board, Move hashMove) {
     board.evaluateTerms(terms);
     board.evaluate(-50, 50, 1);
     MoveEntry* list = board.moveStack;
-    const int count = board.generateMoves(list, board.sideToMoveInCheck());
-    board.inCheck   = before.inCheck; // the generator's note, not the evaluation's doing
+    const int count = board.generatePseudoLegalMoves(list);
     board.scoreMoves(list, count, hashMove, 2);
     board.scoreCaptures(list, count, hashMove);
     for (int i = 0; i < count; ++i)
@@ -69,7 +68,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     checkMirror(board);
     exercise(board, NO_MOVE);
     MoveEntry moves[MAX_GENERATED];
-    const int count = board.generateMoves(moves, board.sideToMoveInCheck());
+    const int count = board.generatePseudoLegalMoves(moves);
     for (int i = 0; i < count; ++i) {
         if (board.makeMove(moves[i].move))
             exercise(board, moves[i].move);

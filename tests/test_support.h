@@ -1,5 +1,5 @@
-// Shared by the tests: where the reference data lives, the perft suites read from it, and
-// boards set up from a FEN.
+// Shared by the tests: the reference data under tests/data, boards set up from a FEN, and
+// the legal moves of a position.
 #pragma once
 
 #include "tools/silent_board.h"
@@ -9,31 +9,27 @@
 #include <string>
 #include <vector>
 
-std::string dataPath(const std::string& name);
+extern const char* const KIWIPETE_FEN;
 
-// The reference files under tests/data and the number of cases each holds. A loader that
-// reads fewer (a missing, truncated or renamed file) fails the test that asked for it, so
-// no test passes by looping over nothing.
-// Perft suites: "id", "epd" and "perft DEPTH COUNT" lines.
-
+// The loaders fail the test that called them when they read fewer cases than the file holds
+// (a missing, truncated or renamed file), so no test passes by looping over nothing.
 struct PerftCase {
     std::string id;
     std::string fen;                   // with counters, ready for setPosition
     std::vector<std::uint64_t> counts; // counts[d - 1] = leaves at depth d
 };
+// A perft suite: "id", "epd" and "perft DEPTH COUNT" lines.
 std::vector<PerftCase> loadPerftSuite(const std::string& name);
 // The positions of an EPD file, each completed with "0 1" counters.
 std::vector<std::string> loadEpdFens(const std::string& name);
-// False for the suites' X-FEN positions, whose castling rights belong to rooks off the
-// corners or kings off the e-file: Chess960, which the engine does not play.
+// False for the suites' Chess960 positions (rights for a rook off its corner or a king off
+// the e-file), which the engine does not play.
 bool hasStandardCastling(const std::string& fen);
 
-// A board with its tables initialised (no transposition table) and the position set; the
-// test fails if the FEN is rejected.
+// A board with its tables (no transposition table) and the position set; the test fails if
+// the FEN is rejected.
 std::unique_ptr<SilentBoard> boardFrom(const std::string& fen);
-
-// Every legal move of the position on the board.
 std::vector<Move> legalMoves(ChessBoard& board);
-
-extern const char* const START_FEN;
-extern const char* const KIWIPETE_FEN;
+// The legal move in coordinates ("e7e8n"; without a letter, a queen promotion or no
+// promotion), or NO_MOVE and a test failure.
+Move findMove(ChessBoard& board, const std::string& coordinates);

@@ -1,7 +1,9 @@
-// ChessBoard: the engine object. It holds the position, the game record, the search tables,
-// the time-control fields and the opening book, and reaches its environment only through
-// the ten virtual hooks at the end. Each group of members is defined in the folder that
-// owns its concern (board/, movegen/, eval/, search/, book/).
+// ChessBoard: the engine object. It holds the position, the game record, the search tables
+// and the time-control fields, and owns the opening book (made on first use). It calls out
+// to its environment through the ten virtual hooks at the end and through inputPoll, the
+// front end's test for a waiting command; it reads the time from platform/clock.h. Each
+// group of members is defined in the folder that owns its concern (board/, movegen/, eval/,
+// search/, book/).
 #pragma once
 
 #include "board/position.h"
@@ -16,6 +18,9 @@
 
 struct SearchNode; // search/search_node.h
 class OpeningBook; // book/opening_book.h
+
+// The initial position of every game.
+constexpr const char* START_FEN = "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1";
 
 // Capacities of the fixed storage. The history stack holds the longest game the engine
 // accepts plus the deepest search line on top of it (search plies and null moves).
@@ -104,16 +109,19 @@ public:
     int sanToMove(const char* text, Move& move);
     int playCoordinateMove(const char* text);
 
-    // --- Attacks and generation (movegen/attacks.cpp, movegen/generate.cpp) -----------------
+    // --- Generation and attacks (movegen/generate.cpp, legal_moves.cpp, attacks.cpp) -------
     int generateCaptures(MoveEntry* list) const;
     int generateQuiets(MoveEntry* list) const;
     int generateEvasions(MoveEntry* list) const;
     int generateMoves(MoveEntry* list, int inCheckNow); // writes the inCheck flag
+    // generateMoves' list for the side to move as it stands, without writing the flag.
+    int generatePseudoLegalMoves(MoveEntry* list) const;
+    // The legal moves only, in generation order; the board is left exactly as it was.
+    int generateLegalMoves(MoveEntry* list);
+    bool isMoveValid(Move m); // a legal move of this position
     bool isAttackedWithout(Square removed, Square square, Color by) const;
     bool isPinned(Square square, Color colour) const;
     bool cannotWin(Color colour) const;
-    static void sortMoves(MoveEntry* list, int first, int count);
-    bool isMoveValid(Move m); // among the moves generated in this position
 
     MoveEntry moveStack[MOVE_STACK_SIZE];
     std::uint8_t gameStatus = STATUS_NORMAL;
@@ -129,9 +137,10 @@ public:
     DivideRow divideRows[MAX_GENERATED];
     int divideCount = 0;
 
-    // --- Move ordering (movegen/ordering.cpp) -----------------------------------------------
+    // --- Move ordering (movegen/ordering.cpp, movegen/see.cpp) ------------------------------
     void scoreMoves(MoveEntry* list, int count, Move hashMove, int ply) const;
     void scoreCaptures(MoveEntry* list, int count, Move hashMove) const;
+    static void sortMoves(MoveEntry* list, int first, int count);
     int see(Move m) const;
 
     Move killerMove1[MAX_PLY] = {};
@@ -153,9 +162,8 @@ public:
     int quiesce(int ply, int moveBase, int alpha, int beta, bool exactEval);
     bool think();
     bool startThinking();
-    // The same as startThinking with a thread routine's shape; nothing starts a thread.
-    static unsigned long startThinkingThread(void* engine);
-    bool checkTime(); // false when the search must stop: the step every node takes first
+    static unsigned long startThinkingThread(void* engine); // think, as a thread routine
+    bool checkTime(); // false when the search must stop: the nodes' stop-and-poll step
     void setTimeMode(int mode, std::int64_t value = 0);
 
     // The steps of one full-width node and of the iterations (search/alpha_beta.cpp,

@@ -2,8 +2,6 @@
 // the history, the repetition stack and the game move list until taken back.
 #include "board/chess_board.h"
 
-#include <cstring>
-
 void ChessBoard::resetGameRecord() {
     // The starting position is the first entry, so a line that returns to it is seen as a
     // repetition; nothing before it can be reached again.

@@ -1,6 +1,8 @@
 // Moves as text: the long algebraic and standard algebraic writers, and the two readers
-// (coordinate text from the protocols, SAN from game files). The readers never build a move
-// from squares alone: they pick it from the moves generated in the position.
+// (coordinate text from the protocols, SAN from game files). Both readers look the move up
+// among those generated in the position. The coordinate reader plays the generated move;
+// the SAN reader takes only its origin and builds the word from the text and the board, so
+// its moves never carry the en-passant bit and promote only when the text says "=".
 #include "board/chess_board.h"
 #include "board/trace.h"
 
@@ -151,10 +153,8 @@ int ChessBoard::sanToMove(const char* text, Move& move) {
     p += 2;
 
     MoveEntry list[MAX_GENERATED];
-    const std::uint8_t wasInCheck = inCheck;
-    const int count               = generateMoves(list, sideToMoveInCheck());
-    inCheck                       = wasInCheck;
-    int found                     = -1;
+    const int count = generatePseudoLegalMoves(list);
+    int found       = -1;
     for (int i = 0; i < count && found < 0; ++i) {
         const Move m = list[i].move;
         if (movePiece(m) != piece || moveTo(m) != to)

@@ -1,10 +1,6 @@
 // A new game: the initial position and the game-level settings back at their defaults.
 #include "board/chess_board.h"
 
-namespace {
-constexpr const char* START_FEN = "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1";
-}
-
 void ChessBoard::newGame() {
     timeMode       = TIME_CLOCK;
     depthOnlyLimit = 5;

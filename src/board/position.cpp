@@ -6,15 +6,6 @@
 
 #include <cstring>
 
-Bitboard Position::attackersOf(Square s) const {
-    return (pawnAttack[BLACK][s] & bbPiece[WHITE][PAWN]) |
-           (pawnAttack[WHITE][s] & bbPiece[BLACK][PAWN]) |
-           (knightAttack[s] & (bbPiece[WHITE][KNIGHT] | bbPiece[BLACK][KNIGHT])) |
-           (diagAttacks(s) & (diagonalSliders(WHITE) | diagonalSliders(BLACK))) |
-           (rookAttacks(s) & (lineSliders(WHITE) | lineSliders(BLACK))) |
-           (kingAttack[s] & (bbPiece[WHITE][KING] | bbPiece[BLACK][KING]));
-}
-
 std::vector<const char*> Position::checkConsistency() const {
     std::vector<const char*> report;
     bool badValue = false, badOccupancy = false, badColor = false, badPieceBoard = false;

@@ -1,5 +1,5 @@
-// The position: plain and rotated occupancy boards, the mailbox and the running totals,
-// kept in step by the one pair of writers below. Setting up a position and making moves
+// The position: plain and rotated occupancy boards, the mailbox and the running totals, and
+// the board writers below that keep them in step. Setting up a position and making moves
 // live in ChessBoard (new_game.cpp, fen.cpp, make_move.cpp).
 #pragma once
 
@@ -48,8 +48,10 @@ struct Position {
     std::uint32_t historyCount;
     HistoryRecord* history; // owned by the ChessBoard
 
-    // Every writer of the position goes through this pair, so the plain boards, the rotated
-    // boards and the mailbox cannot drift apart.
+    // The board writers. setPiece and clearPiece change the plain boards, the rotated boards
+    // and the mailbox together, as setup does. Make and unmake work one level down, with
+    // flipBits, flipOccupancy and a few XORs of their own, because a capture changes the
+    // owner of its target square but not its occupancy; checkConsistency finds any drift.
     void flipBits(Color c, Piece p, Square s) {
         bbPiece[c][p] ^= SquareMask[s];
         bbColorPiece[c] ^= SquareMask[s];
@@ -100,8 +102,6 @@ struct Position {
                (knightAttack[s] & bbPiece[by][KNIGHT]) || (diagAttacks(s) & diagonalSliders(by)) ||
                (rookAttacks(s) & lineSliders(by)) || (kingAttack[s] & bbPiece[by][KING]);
     }
-    // Every piece of both colours attacking square s.
-    Bitboard attackersOf(Square s) const;
     bool sideToMoveInCheck() const { return isAttacked(kingSquare[sideToMove], opponent(side())); }
 
     // Diagnostic: compares every redundant form and returns one message per kind of

@@ -17,8 +17,8 @@ int ZobristKeys::initZobrist() {
     std::uint64_t keys[KEY_COUNT];
     for (std::uint64_t& key : keys)
         key = generator.next64();
-    // Two keys are drawn again after the first pass; the engine's keys have always been
-    // these, and positions in books and tables depend on them.
+    // Two keys are drawn again after the first pass. Every book file written so far is keyed
+    // by the keys this sequence gives, so changing a draw would lose those books' positions.
     keys[544] = generator.next64();
     keys[465] = generator.next64();
 

@@ -9,8 +9,6 @@
 
 namespace {
 
-const char* const INITIAL_FEN = "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1";
-
 std::uint8_t percentOf(std::uint32_t part, std::uint32_t whole) {
     return std::uint8_t(std::uint64_t(part) * 100 / whole); // rounded down
 }
@@ -74,7 +72,7 @@ SkipReason BookBuilder::addGame(const PgnGame& game, std::string& detail) {
 // Plays the whole game, so that a transcription error anywhere in it is caught, and keeps the
 // first plies in `line`.
 SkipReason BookBuilder::replay(const PgnGame& game, std::string& detail) {
-    if (!board.setPosition(game.fen.empty() ? INITIAL_FEN : game.fen.c_str())) {
+    if (!board.setPosition(game.fen.empty() ? START_FEN : game.fen.c_str())) {
         detail = "the FEN tag is not a position the engine accepts";
         return SKIP_BAD_FEN;
     }

@@ -28,8 +28,9 @@ struct FileCloser {
 };
 using FileHandle = std::unique_ptr<std::FILE, FileCloser>;
 
-// The exchange sort the file format has always been written with: equal counts end up in
-// whatever order it leaves them, and a file must come out the same byte for byte.
+// An exchange sort, not a stable one: moves of equal count end up in the order it leaves
+// them, and the same games must give a book file identical byte for byte to the files other
+// builds of the engine write, so this is the tie order of every book.
 void sortMovesByCount(BookNode& node) {
     const std::uint32_t count = node.moveCount;
     for (std::uint32_t i = 0; i < count; ++i)

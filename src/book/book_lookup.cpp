@@ -18,10 +18,11 @@ const BookNode* lookupBookNode(const OpeningBook& book, std::uint64_t key) {
             hi = mid;
         else
             lo = mid;
-        // The engine's rule ends the search when one step is left between lo and hi, so the
-        // ends of the book are seen only as midpoints; books have always been looked up this
-        // way and it is kept. A gap of zero only arises in books of one or two nodes, where
-        // the rule alone would go round forever on the same midpoint.
+        // The search ends when one step is left between lo and hi, so the ends of the book
+        // are seen only as midpoints. The rule is kept because it decides which positions of
+        // an existing book the engine plays from (pellix-book show reports the unreachable
+        // ones). A gap of zero only arises in books of one or two nodes, where the rule
+        // alone would go round forever on the same midpoint.
         if (hi - lo <= 1)
             return nullptr;
     }

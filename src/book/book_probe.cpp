@@ -28,17 +28,12 @@ Move ChessBoard::probeBook() {
     if (wanted == NO_MOVE)
         return NO_MOVE;
     MoveEntry list[MAX_GENERATED];
-    const std::uint8_t wasInCheck = inCheck;
-    const int count               = generateMoves(list, sideToMoveInCheck());
-    inCheck                       = wasInCheck;
+    const int count = generateLegalMoves(list);
     for (int i = 0; i < count; ++i) {
         const Move m = list[i].move;
-        if (moveFrom(m) != moveFrom(wanted) || moveTo(m) != moveTo(wanted) ||
-            movePiece(m) != movePiece(wanted) || movePromotion(m) != movePromotion(wanted))
-            continue;
-        const bool legal = makeMove(m);
-        unmakeMove(m);
-        return legal ? m : NO_MOVE;
+        if (moveFrom(m) == moveFrom(wanted) && moveTo(m) == moveTo(wanted) &&
+            movePiece(m) == movePiece(wanted) && movePromotion(m) == movePromotion(wanted))
+            return m;
     }
     return NO_MOVE;
 }

@@ -1,8 +1,10 @@
-// SAN tokens from game files. The token is checked against the whole SAN shape first, so that
-// trailing text the engine's SAN reader would not look at ("Qh4e1", "e4xyz") is never read as
-// a shorter move. The reader then names the move, and the generated legal move it means is
-// looked up, with the generator's flags; its first match may be pinned, in which case the
-// text means the other legal move that fits it.
+// SAN tokens from game files. PGN writers spell moves in ways the engine's SAN reader
+// (ChessBoard::sanToMove) does not take: check and annotation marks, castling with zeros, a
+// promotion without "=", both origin hints. The token is checked against the whole SAN shape
+// and rewritten in the reader's spelling, so that text the reader would not look at ("Qh4e1"
+// read as Qh4, "e4xyz" as e4) never passes as a shorter move. The reader then names the
+// move, once, and the legal move it means is looked up with the generator's flags. The
+// reader's pick may be pinned, in which case the text means the other legal move that fits.
 #include "book/game_moves.h"
 
 #include <cstring>
@@ -19,125 +21,91 @@ bool isOneOf(char c, std::string_view set) {
     return set.find(c) != std::string_view::npos;
 }
 
-Piece pieceOfLetter(char c) {
-    switch (c) {
-    case 'N':
-        return KNIGHT;
-    case 'B':
-        return BISHOP;
-    case 'R':
-        return ROOK;
-    case 'Q':
-        return QUEEN;
-    case 'K':
-        return KING;
-    default:
-        return EMPTY;
-    }
-}
-
-// What a SAN token says, and the spelling of it the engine's reader expects.
-struct SanText {
-    bool castle   = false;
-    Piece piece   = EMPTY;
-    int fromFile  = -1;
-    int fromRank  = -1;
-    Square to     = 0;
-    Piece promote = EMPTY;
-    char reader[16]; // piece letter, one origin hint, 'x', square, "=X"
+// A token in the reader's spelling (piece letter, one origin hint, "x", square, "=X"), and
+// the origin hints it was written with: the reader takes only one of them.
+struct ReaderText {
+    char text[16];
+    int fromFile = -1;
+    int fromRank = -1;
 };
-
-// Takes the promotion off the end: "e8=Q", and "e8Q" as some writers spell it.
-bool takePromotion(std::string_view& body, SanText& san) {
-    if (body.empty() || !isOneOf(body.back(), "NBRQ"))
-        return true;
-    if (san.piece != PAWN)
-        return false;
-    san.promote = pieceOfLetter(body.back());
-    body.remove_suffix(1);
-    if (!body.empty() && body.back() == '=')
-        body.remove_suffix(1);
-    return true;
-}
 
 // The origin hints and the capture mark in front of the square: "", "b", "1", "b1", with an
 // optional "x" behind. A pawn's only hint is the file it captures from.
-bool takeOrigin(std::string_view prefix, SanText& san) {
+bool takeOrigin(std::string_view prefix, bool pawn, ReaderText& out) {
     if (!prefix.empty() && prefix.back() == 'x')
         prefix.remove_suffix(1);
     if (!prefix.empty() && isFileLetter(prefix[0])) {
-        san.fromFile = prefix[0] - 'a';
+        out.fromFile = prefix[0] - 'a';
         prefix.remove_prefix(1);
     }
-    if (!prefix.empty() && isRankDigit(prefix[0]) && san.piece != PAWN) {
-        san.fromRank = prefix[0] - '1';
+    if (!prefix.empty() && isRankDigit(prefix[0]) && !pawn) {
+        out.fromRank = prefix[0] - '1';
         prefix.remove_prefix(1);
     }
     return prefix.empty();
 }
 
-void writeReaderText(SanText& san) {
-    char* out = san.reader;
-    if (san.piece != PAWN)
-        *out++ = "  NBRQK"[san.piece];
-    // The reader takes one hint; with both, the file goes to the reader and the rank is
-    // checked here. The "x" makes the reader take the letter as a hint, capture or not.
-    if (san.fromFile >= 0) {
-        *out++ = char('a' + san.fromFile);
-        *out++ = 'x';
-    } else if (san.fromRank >= 0) {
-        *out++ = char('1' + san.fromRank);
-    }
-    *out++ = char('a' + fileOf(san.to));
-    *out++ = char('1' + rankOf(san.to));
-    if (san.promote) {
-        *out++ = '=';
-        *out++ = "  NBRQK"[san.promote];
-    }
-    *out = 0;
-}
-
-bool parseSan(std::string_view token, SanText& san) {
+// False when the token is not SAN.
+bool spellForReader(std::string_view token, ReaderText& out) {
     while (!token.empty() && isOneOf(token.back(), "+#!?"))
         token.remove_suffix(1);
     if (token == "O-O" || token == "0-0" || token == "O-O-O" || token == "0-0-0") {
-        san.castle = true;
-        std::strcpy(san.reader, token.size() == 3 ? "O-O" : "O-O-O");
+        std::strcpy(out.text, token.size() == 3 ? "O-O" : "O-O-O");
         return true;
     }
     if (token.empty() || token.size() > 8)
         return false;
-    san.piece = isFileLetter(token[0]) ? PAWN : pieceOfLetter(token[0]);
-    if (san.piece == EMPTY)
+    const bool pawn = isFileLetter(token[0]);
+    if (!pawn && !isOneOf(token[0], "NBRQK"))
         return false;
-    if (san.piece != PAWN)
+    char* p = out.text;
+    if (!pawn) {
+        *p++ = token[0];
         token.remove_prefix(1);
-    if (!takePromotion(token, san) || token.size() < 2)
+    }
+    // The promotion at the end: "e8=Q", and "e8Q" as some writers spell it.
+    char promotion = 0;
+    if (!token.empty() && isOneOf(token.back(), "NBRQ")) {
+        if (!pawn)
+            return false;
+        promotion = token.back();
+        token.remove_suffix(1);
+        if (!token.empty() && token.back() == '=')
+            token.remove_suffix(1);
+    }
+    if (token.size() < 2)
         return false;
     const char file = token[token.size() - 2], rank = token.back();
-    if (!isFileLetter(file) || !isRankDigit(rank))
+    if (!isFileLetter(file) || !isRankDigit(rank) ||
+        !takeOrigin(token.substr(0, token.size() - 2), pawn, out))
         return false;
-    san.to = squareAt(file - 'a', rank - '1');
-    if (!takeOrigin(token.substr(0, token.size() - 2), san))
-        return false;
-    writeReaderText(san);
+    // With both hints the file goes to the reader and the rank is checked here. The "x"
+    // makes the reader take the letter as a hint, capture or not.
+    if (out.fromFile >= 0) {
+        *p++ = char('a' + out.fromFile);
+        *p++ = 'x';
+    } else if (out.fromRank >= 0) {
+        *p++ = char('1' + out.fromRank);
+    }
+    *p++ = file;
+    *p++ = rank;
+    if (promotion) {
+        *p++ = '=';
+        *p++ = promotion;
+    }
+    *p = 0;
     return true;
 }
 
-bool fits(const SanText& san, Move read, Move m) {
-    if (san.castle)
+// Whether the generated move m is one the text can mean: the reader's move gives the piece,
+// the square and the promotion, the hints narrow the origin.
+bool fits(const ReaderText& spelled, Move read, Move m) {
+    if (isCastle(read))
         return isCastle(m) && moveTo(m) == moveTo(read);
-    if (isCastle(m) || movePiece(m) != san.piece || moveTo(m) != san.to ||
-        movePromotion(m) != san.promote)
-        return false;
-    return (san.fromFile < 0 || fileOf(moveFrom(m)) == san.fromFile) &&
-           (san.fromRank < 0 || rankOf(moveFrom(m)) == san.fromRank);
-}
-
-bool isLegal(ChessBoard& board, Move m) {
-    const bool legal = board.makeMove(m);
-    board.unmakeMove(m);
-    return legal;
+    return !isCastle(m) && movePiece(m) == movePiece(read) && moveTo(m) == moveTo(read) &&
+           movePromotion(m) == movePromotion(read) &&
+           (spelled.fromFile < 0 || fileOf(moveFrom(m)) == spelled.fromFile) &&
+           (spelled.fromRank < 0 || rankOf(moveFrom(m)) == spelled.fromRank);
 }
 
 } // namespace
@@ -160,25 +128,20 @@ const char* gameMoveStatusText(GameMoveStatus status) {
 
 GameMoveStatus readGameMove(ChessBoard& board, std::string_view token, Move& move) {
     move = NO_MOVE;
-    SanText san;
+    ReaderText spelled;
     Move read;
-    if (!parseSan(token, san))
+    if (!spellForReader(token, spelled))
         return GAME_MOVE_UNREADABLE;
-    if (!board.sanToMove(san.reader, read))
+    if (!board.sanToMove(spelled.text, read))
         return GAME_MOVE_NO_SUCH;
 
     MoveEntry list[MAX_GENERATED];
-    const std::uint8_t wasInCheck = board.inCheck;
-    const int count               = board.generateMoves(list, board.sideToMoveInCheck());
-    board.inCheck                 = wasInCheck;
-    int candidates = 0, others = 0;
+    int count  = board.generateLegalMoves(list);
+    int others = 0;
     Move other = NO_MOVE;
     for (int i = 0; i < count; ++i) {
         const Move m = list[i].move;
-        if (!fits(san, read, m))
-            continue;
-        ++candidates;
-        if (!isLegal(board, m))
+        if (!fits(spelled, read, m))
             continue;
         // The reader's own pick, when it is legal, is what the text means.
         if (moveFrom(m) == moveFrom(read)) {
@@ -194,5 +157,10 @@ GameMoveStatus readGameMove(ChessBoard& board, std::string_view token, Move& mov
     }
     if (others > 1)
         return GAME_MOVE_AMBIGUOUS;
-    return candidates ? GAME_MOVE_ILLEGAL : GAME_MOVE_NO_SUCH;
+    // No legal move fits: the text is illegal when a piece could play it but for its king.
+    count = board.generatePseudoLegalMoves(list);
+    for (int i = 0; i < count; ++i)
+        if (fits(spelled, read, list[i].move))
+            return GAME_MOVE_ILLEGAL;
+    return GAME_MOVE_NO_SUCH;
 }

@@ -7,7 +7,6 @@
 #include "board/trace.h"
 
 #include <algorithm>
-#include <cstring>
 
 bool BookNode::addMove(Move move, std::uint32_t count, std::uint8_t whitePercent,
                        std::uint8_t blackPercent) {

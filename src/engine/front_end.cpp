@@ -3,6 +3,7 @@
 #include "engine/front_end.h"
 
 #include "board/trace.h"
+#include "book/opening_book.h"
 #include "platform/config.h"
 #include "platform/send_command.h"
 
@@ -25,7 +26,7 @@ void FrontEnd::openConfiguredBook() {
     if (!board || configInt("Engine", "Book", 0) != 1)
         return;
     char bookFile[256];
-    configString("Engine", "BookFile", "pellixopenbook.bin", bookFile, sizeof bookFile);
+    configString("Engine", "BookFile", DEFAULT_BOOK_FILE, bookFile, sizeof bookFile);
     if (!board->openBook(bookFile))
         trace("no book : %s", bookFile);
 }

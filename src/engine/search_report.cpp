@@ -36,14 +36,6 @@ int lineLength(const PrincipalVariation& pv) {
     return int(std::min<std::uint32_t>(pv.count, MAX_PLY));
 }
 
-// The moves of the position, as the move writer wants them for disambiguation.
-int generateAll(const ChessBoard& engine, MoveEntry* list) {
-    if (engine.sideToMoveInCheck())
-        return engine.generateEvasions(list);
-    const int captures = engine.generateCaptures(list);
-    return captures + engine.generateQuiets(list + captures);
-}
-
 } // namespace
 
 int mateInMoves(int score) {
@@ -80,7 +72,7 @@ void algebraicLine(ChessBoard& engine, const PrincipalVariation& pv, char* out, 
     out[0]           = 0;
     for (; made < valid; ++made) {
         char text[32];
-        ChessBoard::moveToSan(pv.moves[made], text, list, generateAll(engine, list));
+        ChessBoard::moveToSan(pv.moves[made], text, list, engine.generatePseudoLegalMoves(list));
         const std::size_t length = std::strlen(text);
         if (used + length + 2 > size)
             break;

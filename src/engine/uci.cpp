@@ -13,8 +13,6 @@
 
 namespace {
 
-constexpr const char* START_POSITION = "rnbqkbnr/pppppppp/8/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1";
-
 // Plays each blank-separated word of text as a move; a word that is not a legal move is
 // skipped and the words after it are still tried.
 void playMoveWords(ChessBoard& engine, const char* text) {
@@ -205,7 +203,7 @@ void parsePosition(ChessBoard& engine, const char* line) {
     if (startsWith(text, "fen ")) {
         positionFromFen(engine, afterFirstBlank(text));
     } else if (startsWith(text, "startpos ")) {
-        engine.setPosition(START_POSITION);
+        engine.setPosition(START_FEN);
         const char* rest = afterFirstBlank(text);
         if (startsWith(rest, "moves "))
             playMoveWords(engine, rest + 6);

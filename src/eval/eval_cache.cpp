@@ -6,8 +6,6 @@
 #include <cstdlib>
 #include <cstring>
 
-EvalHashTable evalHashTable;
-
 bool EvalHashTable::init(int megabytes) {
     trace("Init Eval HashTable : %d Mo", megabytes);
     destroy();

@@ -45,6 +45,3 @@ struct EvalHashTable {
     void clear();
     void destroy();
 };
-
-// The engine's one evaluation cache; empty until someone sizes it.
-extern EvalHashTable evalHashTable;

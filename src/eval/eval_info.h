@@ -33,7 +33,10 @@ enum EvalGroup : int {
     GROUP_COUNT
 };
 
-extern const char* const evalGroupNames[GROUP_COUNT];
+inline constexpr const char* evalGroupNames[GROUP_COUNT] = {
+    "material", "placement", "mobility",    "safe-mobility",
+    "tropism",  "shelter",   "development", "pawns",
+};
 
 // One (White, Black) pair of sums per group; the score is the sum of the differences.
 struct EvalTerms {

@@ -4,11 +4,6 @@
 #include "eval/eval_tables.h"
 #include "eval/eval_terms.h"
 
-const char* const evalGroupNames[GROUP_COUNT] = {
-    "material", "placement", "mobility",    "safe-mobility",
-    "tropism",  "shelter",   "development", "pawns",
-};
-
 namespace {
 
 int fromSideToMove(const Position& p, int whiteScore) {

@@ -9,7 +9,8 @@ constexpr Square D1 = 3;
 
 // Shelter is counted only for a king still near its own first rank: White's king below h3
 // (square 23), Black's above a6 (square 40). The two bounds are not mirror images (a3
-// counts for White, a6 does not for Black); the engine has always played with them.
+// counts for White, a6 does not for Black). They stay so: every score, and with it the
+// engine's play and the bench signature, depends on them.
 constexpr bool kingNearHome(Color c, Square king) {
     return c == WHITE ? king < 23 : king > 40;
 }

@@ -1,5 +1,6 @@
-// Attack questions beyond the plain "is this square attacked" of the position: x-ray tests,
-// pins, insufficient material, plus the move-list helpers the search shares.
+// Attack questions beyond the plain "is this square attacked" of the position: the x-ray
+// test of perft's king moves, the pin test, and the insufficient-material test of the
+// evaluation's endgame draw.
 #include "board/chess_board.h"
 
 bool ChessBoard::isAttackedWithout(Square removed, Square square, Color by) const {
@@ -11,6 +12,8 @@ bool ChessBoard::isAttackedWithout(Square removed, Square square, Color by) cons
            (occ.rookAttacks(square) & lineSliders(by)) || (kingAttack[square] & bbPiece[by][KING]);
 }
 
+// Nothing calls it yet: a pin test for legality shortcuts like perft's, which make decides
+// for every other caller.
 bool ChessBoard::isPinned(Square square, Color colour) const {
     const Square king = kingSquare[colour];
     Bitboard line;
@@ -48,30 +51,4 @@ bool ChessBoard::cannotWin(Color colour) const {
         return false;
     const int bishops = popCount(own[BISHOP]), knights = popCount(own[KNIGHT]);
     return bishops <= 1 && knights <= 2 && !(bishops && knights);
-}
-
-void ChessBoard::sortMoves(MoveEntry* list, int first, int count) {
-    const int end = first + count;
-    for (int i = first + 1; i < end; ++i)
-        for (int j = first; j < i; ++j)
-            if (list[i].score > list[j].score) {
-                MoveEntry swapped = list[i];
-                list[i]           = list[j];
-                list[j]           = swapped;
-            }
-}
-
-bool ChessBoard::isMoveValid(Move m) {
-    MoveEntry list[MAX_GENERATED];
-    const std::uint8_t wasInCheck = inCheck;
-    const int count               = generateMoves(list, sideToMoveInCheck());
-    inCheck                       = wasInCheck;
-    for (int i = 0; i < count; ++i) {
-        if (moveIdentity(list[i].move) != moveIdentity(m))
-            continue;
-        const int legal = makeMove(list[i].move);
-        unmakeMove(list[i].move);
-        return legal;
-    }
-    return false;
 }

@@ -72,9 +72,8 @@ template <Color US> Square enPassantTarget(const Position& p) {
 }
 
 template <Color US> MoveEntry* addEnPassant(const Position& p, Square target, MoveEntry* out) {
-    constexpr Move EP_WORD = Move(PAWN) << 12 | Move(PAWN) << 15 | MOVE_EP;
     for (Bitboard pawns = pawnAttack[Side<US>::THEM][target] & p.bbPiece[US][PAWN]; pawns;)
-        (out++)->move = Move(popLowest(pawns)) | Move(target) << 6 | EP_WORD;
+        (out++)->move = makeMoveWord(popLowest(pawns), target, PAWN, PAWN) | MOVE_EP;
     return out;
 }
 
@@ -230,6 +229,13 @@ int ChessBoard::generateQuiets(MoveEntry* list) const {
 
 int ChessBoard::generateEvasions(MoveEntry* list) const {
     return sideToMove == WHITE ? evasions<WHITE>(*this, list) : evasions<BLACK>(*this, list);
+}
+
+int ChessBoard::generatePseudoLegalMoves(MoveEntry* list) const {
+    if (sideToMoveInCheck())
+        return generateEvasions(list);
+    const int count = generateCaptures(list);
+    return count + generateQuiets(list + count);
 }
 
 int ChessBoard::generateMoves(MoveEntry* list, int inCheckNow) {

@@ -1,25 +1,14 @@
 // Ordering scores for the search's move lists: the hash move, the mate killer, captures by
 // value and by exchange, killers of this ply and of two plies back, and the history counts.
 // The exchange evaluator itself lives in see.cpp; the search fills the killer tables.
+#include "movegen/ordering.h"
+
 #include "board/chess_board.h"
 
 namespace {
 
 // The king is worth nothing here: a king capture is judged by what it takes.
 constexpr int ORDER_VALUE[8] = {0, 100, 325, 325, 500, 975, 0, 0};
-
-// Bands of the ordering score, highest tried first.
-constexpr int HASH_MOVE_SCORE    = 100000;
-constexpr int MATE_KILLER_SCORE  = 90000;
-constexpr int WINNING_CAPTURE    = 50000; // plus the gain
-constexpr int KILLER_1_SCORE     = 46000;
-constexpr int KILLER_2_SCORE     = 45000;
-constexpr int EVEN_CAPTURE       = 40000;
-constexpr int OLD_KILLER_1_SCORE = 36000;
-constexpr int OLD_KILLER_2_SCORE = 35000;
-constexpr int LOSING_CAPTURE     = 1000; // plus the (negative) exchange value
-constexpr int HISTORY_BASE       = 1001;
-constexpr int QUIESCENCE_SKIP    = -1;
 
 // Captures and queen promotions change the material; every other move is quiet.
 bool isTactical(Move m) {
@@ -80,6 +69,20 @@ void ChessBoard::scoreMoves(MoveEntry* list, int count, Move hashMove, int ply) 
             score = historyTable[sideToMove][moveFrom(m)][moveTo(m)] + HISTORY_BASE;
         list[i].score = score;
     }
+}
+
+// Nothing calls it yet: the whole slice in descending score order at once, for a caller that
+// wants it; the searches pick one move at a time instead. An exchange sort, ties as it leaves
+// them.
+void ChessBoard::sortMoves(MoveEntry* list, int first, int count) {
+    const int end = first + count;
+    for (int i = first + 1; i < end; ++i)
+        for (int j = first; j < i; ++j)
+            if (list[i].score > list[j].score) {
+                MoveEntry swapped = list[i];
+                list[i]           = list[j];
+                list[j]           = swapped;
+            }
 }
 
 void ChessBoard::scoreCaptures(MoveEntry* list, int count, Move hashMove) const {

@@ -2,6 +2,7 @@
 // internal iterative deepening, futility, extensions, late-move reductions and the move
 // loop. The root lives in root.cpp and the capture search in quiescence.cpp.
 #include "board/chess_board.h"
+#include "movegen/ordering.h"
 #include "search/search_node.h"
 
 #include <cstdlib>
@@ -16,12 +17,6 @@ constexpr std::int32_t HISTORY_CEILING = 1 << 30;
 // piece and a half at two plies, a queen at three.
 int futilityMargin(int depth) {
     return depth < 2 * ONE_PLY ? 200 : depth < 3 * ONE_PLY ? 500 : 975;
-}
-
-// The ordering marks of the mate killer and the killers of this ply and of two plies back:
-// moves that earned them are searched to full depth.
-bool hasKillerMark(int score) {
-    return score == 90000 || score == 46000 || score == 45000 || score == 36000 || score == 35000;
 }
 
 // Pushes the node's key and tells whether the position occurred before since the last
@@ -59,12 +54,6 @@ int ChessBoard::search(int depth, int moveBase, int alpha, int beta, PrincipalVa
     const int score     = repeated ? 0 : searchNode(node, pv, nullAllowed);
     --repetitionTop;
     return score;
-}
-
-// The stop-and-poll step on its own, for a caller outside the node loop: true while the
-// search may go on. Nothing calls it today; the nodes take the same step inline.
-bool ChessBoard::checkTime() {
-    return !nodeMustStop(*this);
 }
 
 int ChessBoard::searchNode(SearchNode& node, PrincipalVariation& pv, bool nullAllowed) {
@@ -242,14 +231,15 @@ int ChessBoard::searchChild(const SearchNode& node, const MoveEntry& entry, int 
     return score;
 }
 
-// A move that reached beta: the table keeps it, and quiet moves become killers and gain
-// history by the square of the remaining plies.
+// A move that reached beta: the table keeps it, and a move ordered below the winning
+// captures that does not promote becomes a killer and gains history by the square of the
+// remaining plies.
 void ChessBoard::rememberCutoff(const SearchNode& node, const MoveEntry& entry, int score) {
     const Move m = entry.move;
     hashTable.store(hashKey, m, BOUND_LOWER, node.depth, node.beta);
     if (std::abs(score) > MATE_BOUND)
         mateKiller[node.ply] = m;
-    if (entry.score >= 50000 || movePromotion(m))
+    if (entry.score >= WINNING_CAPTURE || movePromotion(m))
         return;
     if (killerMove1[node.ply] != m) {
         killerMove2[node.ply] = killerMove1[node.ply];

@@ -172,6 +172,8 @@ bool ChessBoard::startThinking() {
     return think();
 }
 
+// Nothing calls it yet: a thread routine that seeds the random numbers and thinks, for a
+// front end that would run the search on a thread of its own.
 unsigned long ChessBoard::startThinkingThread(void* engine) {
     std::srand(unsigned(std::time(nullptr)));
     static_cast<ChessBoard*>(engine)->think();

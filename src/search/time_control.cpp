@@ -3,6 +3,7 @@
 // live in think.cpp.
 #include "board/chess_board.h"
 #include "platform/clock.h"
+#include "search/search_node.h"
 
 #include <algorithm>
 #include <cmath>
@@ -26,6 +27,12 @@ std::uint32_t ChessBoard::elapsedMicros() const {
         double(performanceCounter() - searchStart) * 1e6 / double(performanceFrequency());
     // Kept in 32 bits like the budget: the count wraps after 71 minutes.
     return std::uint32_t(std::uint64_t(micros));
+}
+
+// Nothing calls it yet: the step every node takes first (nodeMustStop), for a caller outside
+// the node loop.
+bool ChessBoard::checkTime() {
+    return !nodeMustStop(*this);
 }
 
 bool ChessBoard::pollStopsSearch() {

@@ -7,8 +7,9 @@
 #include <cstring>
 
 std::uint32_t roundedHashMegabytes(std::uint32_t requested) {
-    // The engine's rounding loop, kept as it always was: 0 and 1 give 0, 3 gives 4, 1025 to
-    // 2048 give 2048, and anything larger gives 0.
+    // 0 and 1 give 0, 3 gives 4, 1025 to 2048 give 2048, and anything larger gives 0. The
+    // README documents these sizes for the Hash key of pellix.ini, and configuration files
+    // written for it must get the same table, the odd ends included.
     std::uint32_t p = 1, result = 0;
     if (requested > 1) {
         do {

@@ -39,7 +39,7 @@ struct HashTable {
     std::uint8_t dirty       = 0;
     std::uint32_t megabytes  = 0; // the rounded size actually allocated
 
-    // Sizes the table from a request in megabytes (rounded as the engine always has: 0, 1
+    // Sizes the table from a request in megabytes (rounded by roundedHashMegabytes: 0, 1
     // and anything above 2048 give no table) and allocates it zeroed.
     bool init(std::uint32_t requestedMegabytes);
     void clear();
@@ -61,5 +61,5 @@ struct HashTable {
     }
 };
 
-// The rounding of a request to a power of two in megabytes, exactly as the engine does it.
+// The rounding of a request to a power of two in megabytes.
 std::uint32_t roundedHashMegabytes(std::uint32_t requested);

@@ -2,6 +2,7 @@
 // with the input go to standard error, listings and progress to standard output.
 #include "book/book_builder.h"
 #include "book/game_moves.h"
+#include "platform/terminal.h"
 #include "tools/silent_board.h"
 
 #include <cstdio>
@@ -16,8 +17,9 @@ const char* const USAGE =
     "       pellix-book show BOOK.bin [FEN | moves]\n"
     "       pellix-book stats BOOK.bin\n";
 
-// Progress goes out every so many games: often enough to see a large file move, rarely
-// enough not to flood the terminal.
+// On a terminal the progress line is redrawn in place every so many games: often enough to
+// see a large file move, rarely enough to cost nothing. A file or a pipe gets only the
+// summary at the end.
 constexpr int PROGRESS_EVERY = 1000;
 
 int usage() {
@@ -49,6 +51,7 @@ bool parseCount(const char* text, long least, long& value) {
 struct BuildTally {
     int gamesRead             = 0;
     int skipped[SKIP_REASONS] = {};
+    bool progressShown        = false; // a progress line without its newline is on screen
     int skippedTotal() const {
         int total = 0;
         for (int n : skipped)
@@ -57,7 +60,9 @@ struct BuildTally {
     }
 };
 
-void printProgress(const BuildTally& tally, const BookBuilder& builder) {
+// The tally without a newline. Its numbers only grow, so each line is at least as long as
+// the one it is drawn over.
+void printTally(const BuildTally& tally, const BookBuilder& builder) {
     std::printf("games %d, positions %zu, moves %zu, skipped %d", tally.gamesRead,
                 builder.positions(), builder.moves(), tally.skippedTotal());
     const char* separator = " (";
@@ -66,8 +71,23 @@ void printProgress(const BuildTally& tally, const BookBuilder& builder) {
             std::printf("%s%s %d", separator, skipReasonText(SkipReason(r)), tally.skipped[r]);
             separator = ", ";
         }
-    std::printf("%s\n", separator[0] == ',' ? ")" : "");
+    std::printf("%s", separator[0] == ',' ? ")" : "");
+}
+
+void showProgress(BuildTally& tally, const BookBuilder& builder) {
+    std::printf("\r");
+    printTally(tally, builder);
     std::fflush(stdout);
+    tally.progressShown = true;
+}
+
+// Ends a progress line on screen, so that what comes next starts a line of its own.
+void endProgress(BuildTally& tally) {
+    if (!tally.progressShown)
+        return;
+    std::printf("\n");
+    std::fflush(stdout);
+    tally.progressShown = false;
 }
 
 bool parseBuildOptions(int argc, char** argv, BookBuildOptions& options) {
@@ -103,17 +123,23 @@ int runBuild(int argc, char** argv) {
     PgnReader reader(text);
     PgnGame game;
     std::string detail;
+    const bool terminal = isTerminal(stdout);
     while (reader.next(game)) {
         ++tally.gamesRead;
         if (const SkipReason reason = builder.addGame(game, detail); reason != SKIP_NONE) {
             ++tally.skipped[reason];
+            endProgress(tally);
             std::fprintf(stderr, "game %d skipped: %s: %s\n", game.number, skipReasonText(reason),
                          detail.c_str());
         }
-        if (tally.gamesRead % PROGRESS_EVERY == 0)
-            printProgress(tally, builder);
+        if (terminal && tally.gamesRead % PROGRESS_EVERY == 0)
+            showProgress(tally, builder);
     }
-    printProgress(tally, builder);
+    // The summary takes the progress line's place.
+    std::printf("%s", tally.progressShown ? "\r" : "");
+    printTally(tally, builder);
+    std::printf("\n");
+    std::fflush(stdout);
 
     OpeningBook book;
     if (const std::size_t dropped = builder.fillBook(book))

@@ -58,14 +58,8 @@ void runPosition(ChessBoard& engine, const EpdLine& line, SuiteScore& score) {
         return;
     }
     MoveEntry rootMoves[MAX_GENERATED];
-    int rootCount = 0;
-    if (engine.inCheck) {
-        rootCount = engine.generateEvasions(rootMoves);
-    } else {
-        rootCount = engine.generateCaptures(rootMoves);
-        rootCount += engine.generateQuiets(rootMoves + rootCount);
-    }
-    engine.thinking = 1;
+    const int rootCount = engine.generatePseudoLegalMoves(rootMoves);
+    engine.thinking     = 1;
     std::srand(unsigned(std::time(nullptr)));
     engine.think();
     char text[32];

@@ -1,5 +1,5 @@
-// Make and unmake: every field restored, the incremental key equal to a key computed from
-// scratch, and the special moves' side effects.
+// Make and unmake: every field restored and the incremental key equal to a key computed from
+// scratch along random games, the special moves' side effects, and the game record.
 #include "test_support.h"
 
 #include <gtest/gtest.h>
@@ -7,16 +7,14 @@
 
 namespace {
 
-// Walks random games from a position, checking after every make and unmake.
+// Walks random games from a position, making and unmaking every pseudo-legal move on the way.
 void walkRandomGames(const std::string& fen, std::mt19937& random, int games, int plies) {
     auto board = boardFrom(fen);
     for (int game = 0; game < games; ++game) {
-        ASSERT_EQ(board->setPosition(fen.c_str()), 1);
         std::vector<Move> played;
         for (int ply = 0; ply < plies; ++ply) {
             MoveEntry list[MAX_GENERATED];
-            const int count = board->generateMoves(list, board->sideToMoveInCheck());
-            // Every pseudo-legal move, legal or not, is undone exactly.
+            const int count = board->generatePseudoLegalMoves(list);
             for (int i = 0; i < count; ++i) {
                 const Position before = *board;
                 board->makeMove(list[i].move);
@@ -28,21 +26,18 @@ void walkRandomGames(const std::string& fen, std::mt19937& random, int games, in
             const std::vector<Move> legal = legalMoves(*board);
             if (legal.empty())
                 break;
-            const Move m = legal[random() % legal.size()];
-            ASSERT_EQ(board->makeMove(m), 1);
-            played.push_back(m);
+            played.push_back(legal[random() % legal.size()]);
+            ASSERT_EQ(board->makeMove(played.back()), 1);
         }
         for (auto it = played.rbegin(); it != played.rend(); ++it)
             board->unmakeMove(*it);
-        board->inCheck = board->sideToMoveInCheck(); // generation wrote the last node's flag
-        auto fresh     = boardFrom(fen);
-        ASSERT_TRUE(samePosition(*board, *fresh)) << fen;
+        ASSERT_TRUE(samePosition(*board, *boardFrom(fen))) << fen;
     }
 }
 
 } // namespace
 
-TEST(MakeUnmake, RandomGamesRestoreEveryField) {
+TEST(MakeUnmake, RandomGamesKeepTheKeyAndRestoreEveryField) {
     std::mt19937 random(3);
     walkRandomGames(START_FEN, random, 30, 120);
     for (const PerftCase& c : loadPerftSuite("tricky.perft"))
@@ -52,88 +47,51 @@ TEST(MakeUnmake, RandomGamesRestoreEveryField) {
         walkRandomGames(randomSuite[i].fen, random, 1, 40);
 }
 
-TEST(MakeUnmake, IllegalMoveIsMadeAndUndoneExactly) {
-    auto board         = boardFrom("4k3/8/8/8/8/8/4R3/4K2r w - - 0 1"); // the rook on e2 is pinned
-    const Position was = *board;
-    const Move m       = makeMoveWord(12, 11, ROOK);
-    EXPECT_EQ(board->makeMove(m), 0);
-    EXPECT_EQ(board->sideToMove, BLACK);
-    EXPECT_EQ(board->pieceArray[11], ROOK);
-    board->unmakeMove(m);
-    EXPECT_TRUE(samePosition(*board, was));
-}
-
-TEST(MakeUnmake, CastlingRightsLeaveWithKingsAndRooks) {
-    auto board = boardFrom("r3k2r/8/8/8/8/8/8/R3K2R w KQkq - 0 1");
-    // A king move clears both of the mover's rights, castling included.
-    board->makeMove(WHITE_SHORT_CASTLE);
-    EXPECT_EQ(board->castleRights, 4 | 8);
-    EXPECT_EQ(board->pieceArray[5], ROOK);
-    EXPECT_EQ(board->pieceArray[7], EMPTY);
-    EXPECT_EQ(board->hashKey, board->computeKey());
-    board->unmakeMove(WHITE_SHORT_CASTLE);
-
-    // Taking a rook on its corner takes the right away; the key changes only if it was set.
-    board             = boardFrom("r3k2r/8/8/8/8/8/8/R3K2R w KQk - 0 1");
-    const Move takeA8 = makeMoveWord(0, 56, ROOK, ROOK);
-    board->makeMove(takeA8);
-    EXPECT_EQ(board->castleRights, 1 | 4); // White's a1 right left with the rook; Black had no q
-    EXPECT_EQ(board->hashKey, board->computeKey());
-    board->unmakeMove(takeA8);
-    const Move takeH8 = makeMoveWord(7, 63, ROOK, ROOK);
-    board->makeMove(takeH8);
-    EXPECT_EQ(board->castleRights, 2);
-    EXPECT_EQ(board->hashKey, board->computeKey());
-}
-
-TEST(MakeUnmake, DoubleStepKeepsTheFileInTheKey) {
-    auto board   = boardFrom(START_FEN);
-    const Move m = makeMoveWord(12, 28, PAWN) | MOVE_DOUBLE;
-    board->makeMove(m);
-    EXPECT_EQ(board->epFile, 5);
-    EXPECT_EQ(board->hashKey, board->computeKey()); // no black pawn can take, the key has it
-    board->unmakeMove(m);
-}
-
-TEST(MakeUnmake, PromotionWithCaptureUpdatesEveryTotal) {
-    auto board   = boardFrom("1n2k3/P7/8/8/8/8/8/4K3 w - - 0 1");
-    const Move m = makeMoveWord(48, 57, PAWN, KNIGHT, QUEEN);
-    board->makeMove(m);
-    EXPECT_EQ(board->material[WHITE], 975);
-    EXPECT_EQ(board->material[BLACK], 0);
-    EXPECT_EQ(board->pieceCount[WHITE][PAWN], 0);
-    EXPECT_EQ(board->pieceCount[WHITE][QUEEN], 1);
-    EXPECT_EQ(board->pieceCount[BLACK][KNIGHT], 0);
-    EXPECT_EQ(board->phase, 4);
-    EXPECT_EQ(board->fiftyCounter, 0);
-    EXPECT_TRUE(board->checkConsistency().empty());
-}
-
-TEST(MakeUnmake, NullMoveRestoresKeyAndEnPassant) {
+// A king move clears both of its side's rights, castling included; taking a rook on its
+// corner takes the right of its owner (Black has none for a8 here); the key holds the file of
+// a double step whether or not a pawn can take; a capturing promotion moves every total.
+TEST(MakeUnmake, SpecialMovesSetRightsFileAndTotals) {
+    const char* const rooks = "r3k2r/8/8/8/8/8/8/R3K2R w KQk - 0 1";
+    const struct {
+        const char* fen;
+        Move move;
+        int rights, epFile, material, phase; // material: White's minus Black's
+    } cases[] = {
+        {rooks, WHITE_SHORT_CASTLE, 4, 0, 0, 8},
+        {rooks, makeMoveWord(0, 56, ROOK, ROOK), 1 | 4, 0, 500, 6},
+        {rooks, makeMoveWord(7, 63, ROOK, ROOK), 2, 0, 500, 6},
+        {START_FEN, makeMoveWord(12, 28, PAWN) | MOVE_DOUBLE, 15, 5, 0, 24},
+        {"1n2k3/P7/8/8/8/8/8/4K3 w - - 0 1", makeMoveWord(48, 57, PAWN, KNIGHT, QUEEN), 0, 0, 975,
+         4},
+    };
+    for (const auto& c : cases) {
+        auto board = boardFrom(c.fen);
+        ASSERT_EQ(board->makeMove(c.move), 1) << c.fen;
+        EXPECT_EQ(board->castleRights, c.rights) << c.fen;
+        EXPECT_EQ(board->epFile, c.epFile) << c.fen;
+        EXPECT_EQ(board->material[WHITE] - board->material[BLACK], c.material) << c.fen;
+        EXPECT_EQ(board->phase, c.phase) << c.fen;
+        EXPECT_EQ(board->hashKey, board->computeKey()) << c.fen;
+    }
+    // A null move passes the turn and forgets the en-passant file, both undone exactly.
     auto board         = boardFrom("4k3/8/8/3pP3/8/8/8/4K3 w - d6 3 1");
     const Position was = *board;
     board->makeNullMove();
     EXPECT_EQ(board->epFile, 0);
-    EXPECT_EQ(board->sideToMove, BLACK);
     EXPECT_EQ(board->hashKey, board->computeKey());
-    EXPECT_EQ(board->fiftyCounter, 4);
     board->unmakeNullMove();
     EXPECT_TRUE(samePosition(*board, was));
 }
 
-TEST(GameRecord, PlayedMovesCanBeTakenBack) {
+TEST(GameRecord, PlayedMovesAreTakenBackToTheStart) {
     auto board = boardFrom(START_FEN);
-    EXPECT_EQ(board->playCoordinateMove("e2e4"), 1);
-    EXPECT_EQ(board->playCoordinateMove("d7d5"), 1);
-    EXPECT_EQ(board->playCoordinateMove("e4d5"), 1);
-    EXPECT_EQ(board->gameMoveCount, 3);
-    EXPECT_EQ(board->repetitionTop, 4);
+    for (const char* move : {"e2e4", "d7d5", "e4d5"})
+        ASSERT_EQ(board->playCoordinateMove(move), 1) << move;
     EXPECT_TRUE(board->repetitionStack[3].irreversible);
     EXPECT_EQ(board->takenCount[BLACK], 1);
     for (int i = 0; i < 3; ++i)
         EXPECT_EQ(board->takeBackGameMove(), 1);
     EXPECT_EQ(board->takeBackGameMove(), 0);
-    auto fresh = boardFrom(START_FEN);
-    EXPECT_TRUE(samePosition(*board, *fresh));
+    EXPECT_TRUE(samePosition(*board, *boardFrom(START_FEN)));
     EXPECT_EQ(board->takenCount[BLACK], 0);
 }

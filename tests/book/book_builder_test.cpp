@@ -1,5 +1,5 @@
-// Books built from games: which positions and moves end up in the book, with what counts and
-// percentages, and games that cannot be replayed left out whole.
+// From games to a book: the PGN reader's main line, SAN tokens read into legal moves, and the
+// builder's counts, percentages and limits, with games that cannot be replayed left out whole.
 #include "book/book_builder.h"
 #include "book/game_moves.h"
 #include "test_support.h"
@@ -8,148 +8,157 @@
 
 namespace {
 
-const char* const GAMES = "[Result \"1-0\"]\n1. e4 e5 2. Nf3 Nc6 1-0\n"
-                          "[Result \"0-1\"]\n1. e4 e5 2. Nf3 Nf6 0-1\n"
-                          "1. e4 c5 1/2-1/2\n"
-                          "1. d4 d5 1-0\n"
-                          // Back to the initial position: its Nf3 counts once for the game.
-                          "1. Nf3 Nf6 2. Ng1 Ng8 3. Nf3 d5 1-0\n"
-                          "1. e4 e5 2. Ke3 1-0\n";
+using Lines = std::vector<std::string>;
 
-struct Expected {
-    const char* line; // moves from the initial position
-    struct {
-        const char* san;
-        std::uint32_t count;
-        int white, black;
-    } moves[3];
-};
+std::vector<PgnGame> readAll(std::string_view text) {
+    PgnReader reader(text);
+    std::vector<PgnGame> games;
+    for (PgnGame game; reader.next(game);)
+        games.push_back(game);
+    return games;
+}
 
-const Expected EXPECTED[] = {
-    {"", {{"e4", 3, 33, 33}, {"d4", 1, 100, 0}, {"Nf3", 1, 100, 0}}},
-    {"e4", {{"e5", 2, 50, 50}, {"c5", 1, 0, 0}}},
-    {"e4 e5", {{"Nf3", 2, 50, 50}}},
-    {"e4 e5 Nf3", {{"Nc6", 1, 100, 0}, {"Nf6", 1, 0, 100}}},
-    {"d4", {{"d5", 1, 100, 0}}},
-    {"Nf3", {{"Nf6", 1, 100, 0}, {"d5", 1, 100, 0}}},
-    {"Nf3 Nf6", {{"Ng1", 1, 100, 0}}},
-    {"Nf3 Nf6 Ng1", {{"Ng8", 1, 100, 0}}},
-};
-
-struct Built {
-    OpeningBook book;
-    std::vector<std::string> skipped; // "game N: reason: detail"
-    std::size_t dropped = 0;
-};
-
-Built build(const std::string& pgn, BookBuildOptions options = {}) {
+// The book built from `pgn`, and "game N: reason: detail" for each game left out.
+std::pair<OpeningBook, Lines> build(const std::string& pgn, BookBuildOptions options = {}) {
     auto board = boardFrom(START_FEN);
     BookBuilder builder(*board, options);
-    Built built;
-    PgnReader reader(pgn);
-    PgnGame game;
+    std::pair<OpeningBook, Lines> built;
     std::string detail;
-    while (reader.next(game))
+    for (const PgnGame& game : readAll(pgn))
         if (const SkipReason reason = builder.addGame(game, detail); reason != SKIP_NONE)
-            built.skipped.push_back("game " + std::to_string(game.number) + ": " +
-                                    skipReasonText(reason) + ": " + detail);
-    built.dropped = builder.fillBook(built.book);
+            built.second.push_back("game " + std::to_string(game.number) + ": " +
+                                   skipReasonText(reason) + ": " + detail);
+    builder.fillBook(built.first);
     return built;
 }
 
-// A board with the moves of `line` played from the initial position.
-std::unique_ptr<SilentBoard> after(const std::string& line) {
+// The node after `line` (coordinate moves from the initial position) as "move count white
+// black" entries, in node order.
+Lines nodeListing(const OpeningBook& book, const Lines& line) {
     auto board = boardFrom(START_FEN);
-    PgnReader reader(line);
-    PgnGame game;
-    Move move;
-    if (reader.next(game))
-        for (const std::string& san : game.moves) {
-            EXPECT_EQ(readGameMove(*board, san, move), GAME_MOVE_OK) << san;
-            board->playGameMove(move);
-        }
-    return board;
-}
-
-std::string entry(Move move, std::uint32_t count, int white, int black) {
-    char text[16];
-    ChessBoard::moveToLongText(move, text);
-    return std::string(text) + " " + std::to_string(count) + " " + std::to_string(white) + " " +
-           std::to_string(black);
-}
-
-// The node of the position after `line`, as "move count white black" entries in node order.
-std::vector<std::string> nodeListing(const OpeningBook& book, const std::string& line) {
-    std::vector<std::string> listing;
-    if (const BookNode* node = book.findNode(after(line)->hashKey))
-        for (std::uint32_t i = 0; i < node->moveCount; ++i)
-            listing.push_back(entry(node->moves[i].move, node->moves[i].count,
-                                    node->moves[i].whitePercent, node->moves[i].blackPercent));
-    return listing;
-}
-
-std::vector<std::string> expectedListing(const Expected& e) {
-    auto board = after(e.line);
-    std::vector<std::string> listing;
-    Move move;
-    for (const auto& m : e.moves)
-        if (m.san && readGameMove(*board, m.san, move) == GAME_MOVE_OK)
-            listing.push_back(entry(move, m.count, m.white, m.black));
+    for (const std::string& move : line)
+        board->playGameMove(findMove(*board, move));
+    Lines listing;
+    const BookNode* node = book.findNode(board->hashKey);
+    for (std::uint32_t i = 0; node && i < node->moveCount; ++i) {
+        char text[16];
+        ChessBoard::moveToLongText(node->moves[i].move, text);
+        listing.push_back(std::string(text) + " " + std::to_string(node->moves[i].count) + " " +
+                          std::to_string(node->moves[i].whitePercent) + " " +
+                          std::to_string(node->moves[i].blackPercent));
+    }
     return listing;
 }
 
 } // namespace
 
+// The main line is kept and everything else read past (an escape line right behind the
+// byte-order mark too, where tools put one); without a termination marker a game ends where
+// the next tags begin. A malformed game is reported and the next one read.
+TEST(PgnReader, KeepsTheMainLineOfEachGame) {
+    const std::vector<PgnGame> games = readAll(
+        "\xEF\xBB\xBF% exported 1. c4\n[Event \"Club \\\"A\\\" [open]\"]\n[Result \"1-0\"]\n"
+        "% escaped 1. d4\n\n"
+        "1. e4 {best; (really)} e5 2.Nf3 $1 Nc6!? (2... d6 (2... Nf6) 3. d4) 3. Bb5 ; ( Bc4\n"
+        "3... a6 4. O-O!! 0-0 *\n\n[FEN \"4k3/8/8/8/8/8/4P3/4K3 w - - 0 1\"]\n1. e4 Kd7 1/2-1/2\n"
+        "[Result \"0-1\"] 1. d4 d5\n[Event \"x]\n1. c4 1-0\n1. e4 ) e5 1-0\n1. d4 (1. c4\n\n"
+        "[A \"b\"] 1. c4 {never closed");
+    ASSERT_EQ(games.size(), 7u);
+    EXPECT_EQ(games[0].moves, (Lines{"e4", "e5", "Nf3", "Nc6!?", "Bb5", "a6", "O-O!!", "0-0"}));
+    EXPECT_EQ(games[0].result, RESULT_UNKNOWN); // the marker "*" overrides the tag
+    EXPECT_EQ(games[1].fen, "4k3/8/8/8/8/8/4P3/4K3 w - - 0 1");
+    EXPECT_EQ(games[1].result, RESULT_DRAW);
+    EXPECT_EQ(games[2].moves, (Lines{"d4", "d5"}));
+    EXPECT_EQ(games[2].result, RESULT_BLACK_WINS);
+    const char* const errors[] = {"",
+                                  "",
+                                  "",
+                                  "malformed tag pair",
+                                  "')' without its '('",
+                                  "variation without its closing parenthesis",
+                                  "comment without its closing brace"};
+    for (std::size_t i = 0; i < games.size(); ++i)
+        EXPECT_EQ(games[i].error, errors[i]) << "game " << i + 1;
+}
+
+TEST(GameMoves, TextMeansTheLegalMoveWithTheGeneratorsFlags) {
+    const char* const pinC3   = "4k3/8/8/6N1/1b6/2N5/8/4K3 w - - 0 1"; // the c3 knight is pinned
+    const char* const queens  = "4k3/8/8/8/4Q2Q/8/8/K6Q w - - 0 1";
+    const char* const promote = "5n2/4P3/8/8/8/8/8/k3K3 w - - 0 1";
+    const struct {
+        const char* fen;
+        const char* token;
+        GameMoveStatus status;
+        const char* move; // when the status is GAME_MOVE_OK
+    } cases[] = {
+        {START_FEN, "e4!?", GAME_MOVE_OK, "e2e4"},
+        {pinC3, "Ne4", GAME_MOVE_OK, "g5e4"}, // the first match is pinned: the other knight
+        {pinC3, "Nce4", GAME_MOVE_ILLEGAL, nullptr},
+        {"7k/8/8/8/8/8/N3N3/KN5r w - - 0 1", "Nc3", GAME_MOVE_AMBIGUOUS, nullptr},
+        {queens, "Qh4e1", GAME_MOVE_OK, "h4e1"}, // both hints, which the engine's reader lacks
+        {queens, "Qg4e1", GAME_MOVE_NO_SUCH, nullptr},
+        {"r3k2r/8/8/8/8/8/8/R3K2R b KQkq - 0 1", "0-0-0", GAME_MOVE_OK, "e8c8"},
+        {"4k3/8/8/8/8/8/8/5K1R w - - 0 1", "O-O", GAME_MOVE_NO_SUCH, nullptr},
+        {"4k3/8/8/3pP3/8/8/8/4K3 w - d6 0 1", "exd6", GAME_MOVE_OK, "e5d6"},
+        {promote, "e8Q", GAME_MOVE_OK, "e7e8q"},
+        {promote, "exf8=N+", GAME_MOVE_OK, "e7f8n"},
+        {promote, "e8", GAME_MOVE_NO_SUCH, nullptr},
+    };
+    for (const auto& c : cases) {
+        auto board            = boardFrom(c.fen);
+        const Position before = *board;
+        Move move             = 0xDEAD;
+        EXPECT_EQ(readGameMove(*board, c.token, move), c.status) << c.fen << " " << c.token;
+        EXPECT_TRUE(samePosition(*board, before)) << c.token;
+        EXPECT_EQ(move, c.move ? findMove(*board, c.move) : NO_MOVE) << c.token;
+    }
+    auto board = boardFrom(START_FEN);
+    for (const char* token :
+         {"", "e2e4", "e4xyz", "Zf3", "Nf", "Ne4Q", "xe4", "O-O-O-O", "Nbb1d2"}) {
+        Move move;
+        EXPECT_EQ(readGameMove(*board, token, move), GAME_MOVE_UNREADABLE) << token;
+    }
+}
+
 TEST(BookBuilder, CountsGamesAndResultsPerPositionAndMove) {
-    const Built built = build(GAMES);
-    EXPECT_EQ(built.skipped, std::vector<std::string>{"game 6: no such move: ply 3 \"Ke3\""});
-    EXPECT_EQ(built.book.nodes().size(), std::size(EXPECTED));
-    EXPECT_EQ(built.book.moveTotal(), 13u);
-    for (const Expected& e : EXPECTED)
-        EXPECT_EQ(nodeListing(built.book, e.line), expectedListing(e)) << "after " << e.line;
+    // The fourth game comes back to the initial position: its Nf3 counts once for the game.
+    const auto [book, skipped] = build("[Result \"1-0\"]\n1. e4 e5 2. Nf3 Nc6 1-0\n"
+                                       "[Result \"0-1\"]\n1. e4 e5 2. Nf3 Nf6 0-1\n"
+                                       "1. e4 c5 1/2-1/2\n1. Nf3 Nf6 2. Ng1 Ng8 3. Nf3 d5 1-0\n");
+    EXPECT_TRUE(skipped.empty());
+    EXPECT_EQ(book.nodes().size(), 7u);
+    EXPECT_EQ(nodeListing(book, {}), (Lines{"e2-e4 3 33 33", "Ng1-f3 1 100 0"}));
+    EXPECT_EQ(nodeListing(book, {"e2e4"}), (Lines{"e7-e5 2 50 50", "c7-c5 1 0 0"}));
+    EXPECT_EQ(nodeListing(book, {"e2e4", "e7e5", "g1f3"}),
+              (Lines{"Nb8-c6 1 100 0", "Ng8-f6 1 0 100"}));
+    EXPECT_EQ(nodeListing(book, {"g1f3"}), (Lines{"Ng8-f6 1 100 0", "d7-d5 1 100 0"}));
 }
 
-TEST(BookBuilder, PliesAndMinimumGamesLimitTheBook) {
-    const Built shallow = build(GAMES, {2, 1});
-    EXPECT_EQ(shallow.book.nodes().size(), 4u); // the start and the three first moves
-    // d5 comes from the position after 1. Nf3 again, but at ply 6.
-    EXPECT_EQ(nodeListing(shallow.book, "Nf3"), std::vector<std::string>{"Ng8-f6 1 100 0"});
-    EXPECT_TRUE(nodeListing(shallow.book, "e4 e5").empty());
+TEST(BookBuilder, PliesMinimumGamesAndFullNodesLeaveMovesOut) {
+    const std::string games   = "1. Nf3 Nf6 2. Ng1 Ng8 3. Nf3 d5 1-0\n1. e4 e5 *\n1. e4 c5 *\n";
+    const OpeningBook shallow = build(games, {2, 1}).first;
+    EXPECT_EQ(nodeListing(shallow, {"g1f3"}), Lines{"Ng8-f6 1 100 0"}); // d5 came at ply 6
+    EXPECT_TRUE(nodeListing(shallow, {"g1f3", "g8f6"}).empty());
+    EXPECT_EQ(build(games, {20, 2}).first.moveTotal(), 1u); // only e4 was played twice
 
-    const Built popular = build(GAMES, {20, 2});
-    EXPECT_EQ(popular.book.nodes().size(), 3u);
-    EXPECT_EQ(popular.book.moveTotal(), 3u);
-    EXPECT_EQ(nodeListing(popular.book, "e4 e5").size(), 1u);
-}
-
-TEST(BookBuilder, AFullNodeKeepsTheMostPlayedMoves) {
-    const char* const firstMoves[] = {"a3", "a4", "b3", "b4", "c3", "c4", "d3", "d4",
-                                      "e3", "f3", "f4", "g3", "g4", "h3", "h4", "Na3"};
-    std::string pgn                = "1. e4 *\n1. e4 *\n";
-    for (const char* move : firstMoves)
+    std::string pgn = "1. e4 *\n1. e4 *\n";
+    for (const char* move : {"a3", "a4", "b3", "b4", "c3", "c4", "d3", "d4", "e3", "f3", "f4", "g3",
+                             "g4", "h3", "h4", "Na3"})
         pgn += std::string("1. ") + move + " *\n";
-    const Built built = build(pgn);
-    EXPECT_EQ(built.dropped, 1u);
-    const std::vector<std::string> start = nodeListing(built.book, "");
+    const Lines start = nodeListing(build(pgn).first, {});
     ASSERT_EQ(start.size(), 16u);
-    EXPECT_EQ(start[0], "e2-e4 2 0 0");
+    EXPECT_EQ(start[0], "e2-e4 2 0 0"); // the most played stays
 }
 
 TEST(BookBuilder, GamesThatCannotBeReplayedAreLeftOutWhole) {
-    const Built built = build("1. e4 e5 2. Nf3 Nc6 (2... d6 1-0\n\n"
-                              "[FEN \"rnbqkbnr/pppppppp/8/8 w\"]\n1. e4 1-0\n"
-                              "1. e4 e5 2. Qh5 Nc6 3. Qxe4 1-0\n"
-                              "1. e4 e5 2. Nf3 Nc6 3. Bb5 a6 4. Bxc6 dxc6 5. Bc4 1-0\n"
-                              "1. e4 e6 2. d4 Bb4+ 3. Nc3 Nf6 4. Nb5 1-0\n"
-                              "1. d4 d5 0-1\n");
-    EXPECT_EQ(built.skipped,
-              (std::vector<std::string>{
-                  "game 1: malformed PGN: variation without its closing parenthesis",
-                  "game 2: bad FEN tag: the FEN tag is not a position the engine accepts",
-                  "game 3: no such move: ply 5 \"Qxe4\"",
-                  "game 4: no such move: ply 9 \"Bc4\"",
-                  "game 5: illegal move: ply 7 \"Nb5\"",
-              }));
-    EXPECT_EQ(built.book.nodes().size(), 2u);
-    EXPECT_EQ(nodeListing(built.book, ""), std::vector<std::string>{"d2-d4 1 0 100"});
+    const auto [book, skipped] = build("1. e4 e5 2. Nf3 Nc6 (2... d6 1-0\n\n"
+                                       "[FEN \"rnbqkbnr/pppppppp/8/8 w\"]\n1. e4 1-0\n"
+                                       "1. e4 e5 2. Nf3 Nc6 3. Bb5 a6 4. Bxc6 dxc6 5. Bc4 1-0\n"
+                                       "1. e4 e6 2. d4 Bb4+ 3. Nc3 Nf6 4. Nb5 1-0\n1. d4 d5 0-1\n");
+    EXPECT_EQ(
+        skipped,
+        (Lines{"game 1: malformed PGN: variation without its closing parenthesis",
+               "game 2: bad FEN tag: the FEN tag is not a position the engine accepts",
+               "game 3: no such move: ply 9 \"Bc4\"", "game 4: illegal move: ply 7 \"Nb5\""}));
+    EXPECT_EQ(nodeListing(book, {}), Lines{"d2-d4 1 0 100"});
 }

@@ -1,7 +1,10 @@
-// The engine's lookup: the binary search with its kept rule, which never examines the ends
-// of a book of three or more nodes, and the choice in proportion to the game counts.
+// The engine's side of the book: the lookup with its kept rule, which never examines the ends
+// of a book of three or more nodes, the choice in proportion to the game counts, and book
+// moves played only when they are legal moves of the position, with the generator's flags.
 #include "book/opening_book.h"
+#include "test_support.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <gtest/gtest.h>
 
@@ -12,12 +15,8 @@ std::uint64_t keyOf(int index) {
     return 0x00000100'00000000 + 100 * std::uint64_t(index + 1);
 }
 
-OpeningBook bookOf(int nodes) {
-    OpeningBook book;
-    for (int i = 0; i < nodes; ++i)
-        book.insertBookMove(std::uint32_t(keyOf(i)), std::uint32_t(keyOf(i) >> 32), Move(i + 1), 1,
-                            0, 0);
-    return book;
+void insert(OpeningBook& book, std::uint64_t key, Move move, std::uint32_t count = 1) {
+    book.insertBookMove(std::uint32_t(key), std::uint32_t(key >> 32), move, count, 0, 0);
 }
 
 Move choose(const OpeningBook& book, std::uint64_t key) {
@@ -29,56 +28,77 @@ Move choose(const OpeningBook& book, std::uint64_t key) {
 TEST(BookLookup, FindsEveryInnerNodeAndTheEndsOnlyAsMidpoints) {
     EXPECT_EQ(choose(OpeningBook{}, keyOf(0)), NO_MOVE);
     for (int size = 1; size <= 40; ++size) {
-        const OpeningBook book = bookOf(size);
+        OpeningBook book;
+        for (int i = 0; i < size; ++i)
+            insert(book, keyOf(i), Move(i + 1));
         for (int i = 0; i < size; ++i) {
             // An end is a midpoint only in books of one node, and of two for the first.
             const bool reachable = (i > 0 && i < size - 1) || size == 1 || (size == 2 && i == 0);
             EXPECT_EQ(choose(book, keyOf(i)), reachable ? Move(i + 1) : NO_MOVE)
-                << "node " << i << " of " << size;
-            // Keys between the nodes, below the first and above the last are misses that end.
-            EXPECT_EQ(choose(book, keyOf(i) + 50), NO_MOVE);
+                << i << "/" << size;
+            EXPECT_EQ(choose(book, keyOf(i) + 50), NO_MOVE); // misses between nodes end
             EXPECT_EQ(choose(book, keyOf(i) - 50), NO_MOVE);
         }
-        EXPECT_EQ(choose(book, 0), NO_MOVE);
-        EXPECT_EQ(choose(book, ~std::uint64_t{0}), NO_MOVE);
-        EXPECT_EQ(choose(book, std::uint32_t(keyOf(size / 2))), NO_MOVE); // low word alone
     }
 }
 
 TEST(BookLookup, ChoosesInProportionToTheCounts) {
-    // The node sits in the middle of three so that the lookup reaches it.
-    auto draws = [](std::initializer_list<std::uint32_t> counts, int rounds) {
-        OpeningBook book        = bookOf(3);
-        const std::uint64_t key = keyOf(1);
-        Move move               = 100;
-        for (std::uint32_t count : counts)
-            book.insertBookMove(std::uint32_t(key), std::uint32_t(key >> 32), ++move, count, 0, 0);
-        std::srand(12345);
-        std::vector<int> seen(counts.size() + 1);
-        for (int r = 0; r < rounds; ++r) {
-            const Move m = choose(book, key);
-            ++seen[m >= 101 ? m - 100 : 0];
-        }
-        return seen;
-    };
-    // The node already holds a move of count 1 (seen[0]); the moves added follow it.
-    const std::vector<int> oneAndThree = draws({3}, 20000);
-    EXPECT_NEAR(oneAndThree[1] / 20000.0, 0.75, 0.02);
-    EXPECT_EQ(oneAndThree[0] + oneAndThree[1], 20000);
-
-    const std::vector<int> three = draws({9, 5, 3}, 34000); // with the first: 1, 9, 5, 3
-    EXPECT_NEAR(three[1] / 34000.0, 9 / 18.0, 0.02);
-    EXPECT_NEAR(three[2] / 34000.0, 5 / 18.0, 0.02);
-    EXPECT_NEAR(three[3] / 34000.0, 3 / 18.0, 0.02);
+    OpeningBook book; // the node in the middle of three, where the lookup reaches it
+    insert(book, keyOf(0), 1);
+    for (std::uint32_t count : {1, 9, 5, 3})
+        insert(book, keyOf(1), 100 + count, count);
+    insert(book, keyOf(2), 1);
+    std::srand(12345);
+    std::vector<int> seen(10);
+    for (int r = 0; r < 36000; ++r)
+        ++seen[choose(book, keyOf(1)) - 100];
+    for (int count : {1, 9, 5, 3})
+        EXPECT_NEAR(seen[count] / 36000.0, count / 18.0, 0.02) << count;
 }
 
-TEST(BookLookup, CountsFromADamagedFileNeverDivideByZero) {
-    OpeningBook book;
-    book.insertBookMove(7, 0, 11, 0, 0, 0);
-    book.insertBookMove(7, 0, 12, 0, 0, 0);
-    EXPECT_EQ(chooseBookMove(book, 7, 0), Move(11));
-    book.insertBookMove(7, 0, 13, 0xFFFFFFFF, 0, 0);
-    book.insertBookMove(7, 0, 14, 0xFFFFFFFF, 0, 0);
-    for (int i = 0; i < 100; ++i)
-        EXPECT_NE(chooseBookMove(book, 7, 0), NO_MOVE);
+TEST(BookProbe, PlaysLegalMovesWithTheGeneratorsFlagsOnly) {
+    const struct {
+        const char* fen;
+        Move stored;
+        const char* played; // the legal move it stands for, or none
+    } cases[] = {
+        {START_FEN, makeMoveWord(12, 28, PAWN), "e2e4"},
+        {"r3k2r/8/8/8/8/8/8/R3K2R w KQkq - 0 1", WHITE_SHORT_CASTLE, "e1g1"},
+        {"4k3/8/8/3pP3/8/8/8/4K3 w - d6 0 1", makeMoveWord(36, 43, PAWN), "e5d6"},
+        // A pinned knight, a piece that is not there, castling without the right, and a
+        // promotion word without its piece.
+        {"4k3/8/8/6N1/1b6/2N5/8/4K3 w - - 0 1", makeMoveWord(18, 28, KNIGHT), nullptr},
+        {START_FEN, makeMoveWord(12, 28, KNIGHT), nullptr},
+        {"r3k2r/8/8/8/8/8/8/R3K2R w Qkq - 0 1", WHITE_SHORT_CASTLE, nullptr},
+        {"4k3/P7/8/8/8/8/8/4K3 w - - 0 1", makeMoveWord(48, 56, PAWN), nullptr},
+    };
+    for (const auto& c : cases) {
+        auto board = boardFrom(c.fen);
+        for (auto [key, move] : {std::pair{std::uint64_t{0}, Move(1)},
+                                 {board->hashKey, c.stored},
+                                 {~std::uint64_t{0}, Move(1)}})
+            insert(board->openingBook(), key, move);
+        const Position before = *board;
+        EXPECT_EQ(board->probeBook(), c.played ? findMove(*board, c.played) : NO_MOVE) << c.fen;
+        EXPECT_TRUE(samePosition(*board, before)) << c.fen;
+    }
+}
+
+// The book the build makes: its keys are the engine's, so games played from it stay in book
+// for many moves, and every move it gives is legal.
+TEST(BookProbe, TheBuiltBookLeadsGamesThroughTheOpening) {
+    auto board = boardFrom(START_FEN);
+    ASSERT_TRUE(board->openBook(PELLIX_OPENING_BOOK));
+    std::srand(2024);
+    int plies = 0;
+    for (int game = 0; game < 50; ++game) {
+        board->newGame();
+        for (Move m; board->gameMoveCount < 20 && (m = board->probeBook()) != NO_MOVE; ++plies) {
+            const std::vector<Move> legal = legalMoves(*board);
+            ASSERT_NE(std::find(legal.begin(), legal.end(), m), legal.end());
+            ASSERT_TRUE(board->playGameMove(m));
+        }
+        EXPECT_GE(board->gameMoveCount, 4) << "game " << game;
+    }
+    EXPECT_GE(plies, 50 * 15) << plies;
 }

@@ -1,142 +1,95 @@
-// Move ordering: the static exchange evaluator on classic exchanges, and the score bands of
-// the main and quiescence lists.
+// Move ordering: the static exchange evaluator on classic exchanges, and the order the
+// scores put the moves of the main and the capture search in.
 #include "test_support.h"
 
-#include <cstring>
+#include <algorithm>
 #include <gtest/gtest.h>
 
 namespace {
 
-// The legal move written in coordinates ("e7e8q" for a promotion).
-Move findMove(ChessBoard& board, const char* text) {
-    const Square from            = squareAt(text[0] - 'a', text[1] - '1');
-    const Square to              = squareAt(text[2] - 'a', text[3] - '1');
-    const char* promotionLetters = " pnbrqk";
-    const Piece promotion =
-        text[4] ? Piece(std::strchr(promotionLetters, text[4]) - promotionLetters) : EMPTY;
-    for (Move m : legalMoves(board))
-        if (moveFrom(m) == from && moveTo(m) == to && movePromotion(m) == promotion)
-            return m;
-    ADD_FAILURE() << "no legal move " << text;
-    return NO_MOVE;
-}
+const char* const WINNING = "4k3/8/8/3q4/4P3/8/8/4K3 w - - 0 1";   // e4xd5 takes a queen
+const char* const EVEN    = "4k3/8/2p5/3n4/8/2N5/8/4K3 w - - 0 1"; // c3xd5, retaken
+const char* const LOSING  = "4k3/8/4p3/3p4/8/8/8/3QK3 w - - 0 1";  // d1xd5, retaken
+const char* const PROMOTE = "8/4P3/8/8/8/8/k7/4K3 w - - 0 1";      // e7e8, free
 
-int mainScore(ChessBoard& board, Move m, Move hashMove, int ply) {
-    MoveEntry entry{m, 0};
-    board.scoreMoves(&entry, 1, hashMove, ply);
+// The ordering score of a move at ply 2: the main search's, or the capture search's.
+int scoreOf(ChessBoard& board, const char* move, bool captureSearch = false,
+            bool isHashMove = false) {
+    MoveEntry entry{findMove(board, move), 0};
+    const Move hashMove = isHashMove ? entry.move : NO_MOVE;
+    if (captureSearch)
+        board.scoreCaptures(&entry, 1, hashMove);
+    else
+        board.scoreMoves(&entry, 1, hashMove, 2);
     return entry.score;
 }
 
-int quiescenceScore(ChessBoard& board, Move m, Move hashMove) {
-    MoveEntry entry{m, 0};
-    board.scoreCaptures(&entry, 1, hashMove);
-    return entry.score;
+int scoreOf(const char* fen, const char* move, bool captureSearch = false, bool isHash = false) {
+    return scoreOf(*boardFrom(fen), move, captureSearch, isHash);
 }
 
 } // namespace
 
 TEST(StaticExchange, ClassicExchanges) {
-    struct Case {
+    const struct {
         const char* fen;
         const char* move;
         int expected;
-        const char* why;
+    } cases[] = {
+        {LOSING, "d1d5", -875},                                    // a defended pawn
+        {"4r1k1/8/8/4n3/8/8/4R3/4Q1K1 w - - 0 1", "e2e5", 325},    // the queen behind decides
+        {"4r1k1/4r3/8/4n3/8/8/4R3/4Q1K1 w - - 0 1", "e2e5", -175}, // so do Black's rooks
+        {"4k3/8/8/4p3/8/2B5/8/b3K3 w - - 0 1", "c3e5", -225},      // a slider behind the taker
+        {"3rk3/8/8/3pP3/8/8/8/3RK3 w - d6 0 1", "e5d6", 100},      // en passant uncovers a rook
+        {"rk6/1P6/8/8/8/8/8/4K3 w - - 0 1", "b7a8q", 400},         // the king retakes the queen
+        {"rk6/1P6/8/8/8/8/8/R3K3 w - - 0 1", "b7a8q", 1375},       // it may not retake
+        {"8/8/5k2/4p3/8/8/8/4RK2 w - - 0 1", "e1e5", -400},        // the king retakes last
     };
-    const Case cases[] = {
-        {"4k3/8/8/3n4/8/8/8/3RK3 w - - 0 1", "d1d5", 325, "undefended knight"},
-        {"4k3/8/4p3/3p4/8/8/8/3QK3 w - - 0 1", "d1d5", -875, "queen takes a defended pawn"},
-        {"4r1k1/8/8/4n3/8/8/4R3/6K1 w - - 0 1", "e2e5", -175, "rook for knight"},
-        {"4r1k1/8/8/4n3/8/8/4R3/4Q1K1 w - - 0 1", "e2e5", 325, "the queen behind decides"},
-        {"4r1k1/4r3/8/4n3/8/8/4R3/4Q1K1 w - - 0 1", "e2e5", -175, "so do Black's rooks"},
-        {"4k3/8/8/4p3/8/2B5/8/b3K3 w - - 0 1", "c3e5", -225, "a slider behind the taker"},
-        {"3rk3/8/8/3pP3/8/8/8/4K3 w - d6 0 1", "e5d6", 0, "en passant, retaken"},
-        {"3rk3/8/8/3pP3/8/8/8/3RK3 w - d6 0 1", "e5d6", 100, "the taken pawn uncovers a rook"},
-        {"8/4P3/8/8/8/8/k7/4K3 w - - 0 1", "e7e8q", 875, "free promotion"},
-        {"r7/4P3/8/8/8/8/k7/4K3 w - - 0 1", "e7e8q", -100, "promotion retaken"},
-        {"rk6/1P6/8/8/8/8/8/4K3 w - - 0 1", "b7a8q", 400, "the king retakes the new queen"},
-        {"rk6/1P6/8/8/8/8/8/R3K3 w - - 0 1", "b7a8q", 1375, "the king may not retake"},
-        {"8/8/5k2/4p3/8/8/8/4RK2 w - - 0 1", "e1e5", -400, "the king retakes last"},
-        {"8/8/5k2/4p3/8/2B5/8/4RK2 w - - 0 1", "e1e5", 100, "the king may not retake"},
-        {"4k3/8/8/8/P7/1P6/4K3/r7 b - - 0 1", "a1a4", -400, "Black's rook for a pawn"},
-    };
-    for (const Case& c : cases) {
-        auto board   = boardFrom(c.fen);
-        const Move m = findMove(*board, c.move);
-        EXPECT_EQ(board->see(m), c.expected) << c.why << ": " << c.move << " in " << c.fen;
+    for (const auto& c : cases) {
+        auto board = boardFrom(c.fen);
+        EXPECT_EQ(board->see(findMove(*board, c.move)), c.expected) << c.fen;
     }
 }
 
-TEST(MoveOrdering, MainSearchBands) {
-    struct Case {
-        const char* fen;
-        const char* move;
-        int expected;
-        const char* why;
+// The hash move first, then the mate killer, winning captures and queen promotions, the two
+// killers of the ply, even captures, the killers of two plies back, quiet moves by history
+// (under-promotions among them), and losing captures last.
+TEST(MoveOrdering, MainSearchOrderOfTheKindsOfMove) {
+    auto board = boardFrom(START_FEN);
+    for (auto [killer, move] : {std::pair{&board->mateKiller[2], "b1c3"},
+                                {&board->killerMove1[2], "e2e4"},
+                                {&board->killerMove2[2], "d2d4"},
+                                {&board->killerMove1[0], "c2c4"},
+                                {&board->killerMove2[0], "f2f4"}})
+        *killer = findMove(*board, move);
+    board->historyTable[WHITE][8][16] = 77; // a2a3
+    auto quiet                        = [&](const char* move) { return scoreOf(*board, move); };
+    const std::vector<std::vector<int>> bands = {
+        {scoreOf(*board, "g1f3", false, true)},
+        {quiet("b1c3")},
+        {scoreOf(WINNING, "e4d5"), scoreOf(PROMOTE, "e7e8q")},
+        {quiet("e2e4")},
+        {quiet("d2d4")},
+        {scoreOf(EVEN, "c3d5")},
+        {quiet("c2c4")},
+        {quiet("f2f4")},
+        {quiet("a2a3")},
+        {quiet("h2h3"), scoreOf(PROMOTE, "e7e8n")},
+        {scoreOf(LOSING, "d1d5")},
     };
-    const Case cases[] = {
-        {"4k3/8/8/3q4/4P3/8/8/4K3 w - - 0 1", "e4d5", 50875, "by value, without SEE (975)"},
-        {"4k3/8/8/3n4/8/8/8/3RK3 w - - 0 1", "d1d5", 50325, "wins by exchange"},
-        {"4k3/8/2p5/3n4/8/2N5/8/4K3 w - - 0 1", "c3d5", 40000, "even exchange"},
-        {"4k3/8/4p3/3p4/8/8/8/3QK3 w - - 0 1", "d1d5", 125, "losing capture: 1000 + SEE"},
-        {"8/4P3/8/8/8/8/k7/4K3 w - - 0 1", "e7e8q", 50875, "queen promotion"},
-        {"8/4P3/8/8/8/8/k7/4K3 w - - 0 1", "e7e8n", 1001, "under-promotion is quiet"},
-    };
-    for (const Case& c : cases) {
-        auto board   = boardFrom(c.fen);
-        const Move m = findMove(*board, c.move);
-        EXPECT_EQ(mainScore(*board, m, NO_MOVE, 2), c.expected) << c.why << " in " << c.fen;
-    }
+    for (std::size_t i = 1; i < bands.size(); ++i)
+        EXPECT_GT(*std::min_element(bands[i - 1].begin(), bands[i - 1].end()),
+                  *std::max_element(bands[i].begin(), bands[i].end()))
+            << "band " << i;
 }
 
-TEST(MoveOrdering, HashMoveKillersAndHistory) {
-    auto board        = boardFrom(START_FEN);
-    const Move knight = findMove(*board, "g1f3");
-    const Move pawn   = findMove(*board, "e2e4");
-    EXPECT_EQ(mainScore(*board, knight, knight, 2), 100000);
-    EXPECT_EQ(quiescenceScore(*board, knight, knight), -1);
-
-    board->historyTable[WHITE][6][21] = 77;
-    EXPECT_EQ(mainScore(*board, knight, NO_MOVE, 2), 1078);
-    board->killerMove1[2] = knight;
-    board->killerMove2[2] = pawn;
-    EXPECT_EQ(mainScore(*board, knight, NO_MOVE, 2), 46000);
-    EXPECT_EQ(mainScore(*board, pawn, NO_MOVE, 2), 45000);
-    board->mateKiller[2] = knight;
-    EXPECT_EQ(mainScore(*board, knight, NO_MOVE, 2), 90000);
-    EXPECT_EQ(mainScore(*board, knight, knight, 2), 100000);
-
-    // Killers of two plies back count from ply 2 on; below that history decides.
-    board->killerMove1[0] = knight;
-    board->killerMove2[0] = pawn;
-    EXPECT_EQ(mainScore(*board, knight, NO_MOVE, 2), 90000); // still the mate killer
-    board->mateKiller[2] = board->killerMove1[2] = board->killerMove2[2] = NO_MOVE;
-    EXPECT_EQ(mainScore(*board, knight, NO_MOVE, 2), 36000);
-    EXPECT_EQ(mainScore(*board, pawn, NO_MOVE, 2), 35000);
-    EXPECT_EQ(mainScore(*board, knight, NO_MOVE, 1), 1078);
-    EXPECT_EQ(mainScore(*board, pawn, NO_MOVE, 1), 1001);
-    EXPECT_EQ(mainScore(*board, knight, NO_MOVE, 0), 46000); // ply 0's own killer
-}
-
-TEST(MoveOrdering, QuiescenceKeepsOnlyWinningAndEvenCaptures) {
-    struct Case {
-        const char* fen;
-        const char* move;
-        bool isHashMove;
-        int expected;
-    };
-    const Case cases[] = {
-        {"4k3/8/8/3q4/4P3/8/8/4K3 w - - 0 1", "e4d5", false, 50875},
-        {"4k3/8/8/3q4/4P3/8/8/4K3 w - - 0 1", "e4d5", true, 150875},
-        {"4k3/8/2p5/3n4/8/2N5/8/4K3 w - - 0 1", "c3d5", false, 50000},
-        {"4k3/8/4p3/3p4/8/8/8/3QK3 w - - 0 1", "d1d5", false, -1},
-        {"4k3/8/4p3/3p4/8/8/8/3QK3 w - - 0 1", "d1d5", true, -1},
-        {"8/4P3/8/8/8/8/k7/4K3 w - - 0 1", "e7e8q", false, 50875},
-        {"8/4P3/8/8/8/8/k7/4K3 w - - 0 1", "e7e8r", false, -1},
-    };
-    for (const Case& c : cases) {
-        auto board   = boardFrom(c.fen);
-        const Move m = findMove(*board, c.move);
-        EXPECT_EQ(quiescenceScore(*board, m, c.isHashMove ? m : NO_MOVE), c.expected)
-            << c.move << (c.isHashMove ? " (hash move)" : "") << " in " << c.fen;
-    }
+// The capture search keeps winning and even captures and queen promotions, its hash move
+// first; losing captures, under-promotions and quiet moves score below zero and are cut off.
+TEST(MoveOrdering, CaptureSearchKeepsWinningAndEvenCapturesOnly) {
+    EXPECT_GT(scoreOf(WINNING, "e4d5", true, true), scoreOf(WINNING, "e4d5", true));
+    EXPECT_GT(scoreOf(WINNING, "e4d5", true), scoreOf(EVEN, "c3d5", true));
+    EXPECT_GE(std::min(scoreOf(EVEN, "c3d5", true), scoreOf(PROMOTE, "e7e8q", true)), 0);
+    EXPECT_LT(std::max({scoreOf(LOSING, "d1d5", true, true), scoreOf(PROMOTE, "e7e8r", true),
+                        scoreOf(START_FEN, "g1f3", true, true)}),
+              0);
 }

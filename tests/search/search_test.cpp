@@ -1,5 +1,5 @@
-// The full-width, root and capture searches: mate and draw scores, a board left as found at
-// every stop and the per-ply arrays at the deepest plies.
+// The full-width, root and capture searches: mate and draw scores, mate scores in the table,
+// a board left as found at every stop, and the per-ply arrays at the deepest plies.
 #include "search/search_node.h"
 #include "search_test_board.h"
 #include "test_support.h"
@@ -8,30 +8,7 @@
 
 namespace {
 
-struct MateCase {
-    const char* fen;
-    const char* move; // the mating line's first move, in coordinates
-    int matedAtPly;
-};
-
-// WAC positions whose best move mates in two or three.
-constexpr MateCase mates[] = {
-    {"2rr3k/pp3pp1/1nnqbN1p/3pN3/2pP4/2P3Q1/PPB4P/R4RK1 w - - 0 1", "g3g6", 3},
-    {"5k2/6pp/p1qN4/1p1p4/3P4/2PKP2Q/PP3r2/3R4 b - - 0 1", "c6c4", 3},
-    {"r1bq1r1k/1pp1Np1p/p2p2pQ/4R3/n7/8/PPPP1PPP/R1B3K1 w - - 0 1", "e5h5", 3},
-    {"k4r2/1R4pb/1pQp1n1p/3P4/5p1P/3P2P1/r1q1R2K/8 w - - 0 1", "b7b6", 5},
-    {"8/6pp/3q1p2/3n1k2/1P6/3NQ2P/5PP1/6K1 w - - 0 1", "g2g4", 5},
-    {"r3k2r/pbp2pp1/3b1n2/1p6/3P3p/1B2N1Pq/PP1PQP1P/R1B2RK1 b kq - 0 1", "h3h2", 5},
-};
-
-std::string coordinates(Move m) {
-    char text[8];
-    std::snprintf(text, sizeof text, "%c%d%c%d", 'a' + fileOf(moveFrom(m)), 1 + rankOf(moveFrom(m)),
-                  'a' + fileOf(moveTo(m)), 1 + rankOf(moveTo(m)));
-    return text;
-}
-
-// Runs one iteration at the root the way think prepares it.
+// One iteration at the root, prepared the way think prepares it.
 int searchRootAt(RecordingBoard& board, int plies) {
     board.resetSearchTables();
     board.computeTimeLimit();
@@ -40,69 +17,85 @@ int searchRootAt(RecordingBoard& board, int plies) {
                             board.principalVariation);
 }
 
+// A node below the root, of the given type, searched with the full window.
+int searchAt(RecordingBoard& board, int plies, int ply, std::uint8_t type) {
+    PrincipalVariation pv;
+    currentRecord(board).nodeType = type;
+    return board.search(plies * ONE_PLY, ply * MOVE_STRIDE, -INFINITE_SCORE, INFINITE_SCORE, pv,
+                        true, ply);
+}
+
 } // namespace
 
 TEST(Search, FindsMatesWithTheirDistance) {
-    for (const MateCase& c : mates) {
-        auto board = searchBoard(c.fen);
+    const struct {
+        const char* fen;
+        const char* move;
+        int matedAtPly;
+    } mates[] = {
+        {"2rr3k/pp3pp1/1nnqbN1p/3pN3/2pP4/2P3Q1/PPB4P/R4RK1 w - - 0 1", "g3g6", 3},
+        {"5k2/6pp/p1qN4/1p1p4/3P4/2PKP2Q/PP3r2/3R4 b - - 0 1", "c6c4", 3},
+        {"r3k2r/pbp2pp1/3b1n2/1p6/3P3p/1B2N1Pq/PP1PQP1P/R1B2RK1 b kq - 0 1", "h3h2", 5},
+    };
+    for (const auto& c : mates) {
+        auto board          = searchBoard(c.fen);
+        const Move expected = findMove(*board, c.move);
         thinkToDepth(*board, c.matedAtPly + 2);
-        EXPECT_EQ(coordinates(board->lastMove), c.move) << c.fen;
-        EXPECT_EQ(board->lastScore(), MATE_SCORE - c.matedAtPly) << c.fen;
+        EXPECT_EQ(board->lastMove, expected) << c.fen;
+        EXPECT_EQ(board->reports.back().score, MATE_SCORE - c.matedAtPly) << c.fen;
     }
-}
-
-TEST(Search, MatedAndStalematedRoots) {
     auto mated = searchBoard("R5k1/5ppp/8/8/8/8/8/6K1 b - - 0 1");
     EXPECT_EQ(searchRootAt(*mated, 3), -MATE_SCORE);
     EXPECT_EQ(mated->gameStatus, STATUS_MATE);
-    EXPECT_EQ(mated->principalVariation.count, 0u);
-
     auto stalemated = searchBoard("7k/5Q2/6K1/8/8/8/8/8 b - - 0 1");
     EXPECT_EQ(searchRootAt(*stalemated, 3), 0);
     EXPECT_EQ(stalemated->gameStatus, STATUS_STALEMATE);
-
-    // A mate found below the root is scored by its ply.
-    auto mateInOne = searchBoard("6k1/5ppp/8/8/8/8/8/R5K1 w - - 0 1");
-    EXPECT_EQ(searchRootAt(*mateInOne, 3), MATE_SCORE - 1);
-    EXPECT_EQ(coordinates(mateInOne->principalVariation.moves[0]), "a1a8");
 }
 
+// The table keeps a mate score as the node that found it returned it, and hands it back
+// unchanged at any other ply: the distance stays counted from where it was found.
+TEST(Search, MateScoresComeBackFromTheTableAsTheyWereStored) {
+    auto board = searchBoard("6k1/5ppp/8/1p6/8/8/8/R5K1 b - - 0 1");
+    board->makeMove(findMove(*board, "b5b4")); // after it, Ra8 mates
+    board->resetSearchTables();
+    EXPECT_EQ(searchAt(*board, 2, 3, PV_NODE), MATE_SCORE - 4); // Black is mated at ply 4
+    const HashEntry* entry = board->hashTable.probe(board->hashKey);
+    ASSERT_NE(entry, nullptr);
+    EXPECT_EQ(infoBound(entry->info), BOUND_EXACT);
+    EXPECT_EQ(infoScore(entry->info), MATE_SCORE - 4);
+    const std::uint64_t nodes = board->nodeCount;
+    EXPECT_EQ(searchAt(*board, 2, 1, RE_SEARCH_NODE), MATE_SCORE - 4); // not MATE_SCORE - 2
+    EXPECT_EQ(board->nodeCount, nodes + 1) << "answered by the table";
+}
+
+// White is a rook up, but a node that stands on the game's first position again scores 0;
+// where Black cannot step back, the rook counts. A node past the fifty-move rule scores 0
+// before anything else.
 TEST(Search, RepetitionAndFiftyMovesAreDraws) {
-    // White is a rook up, but the knight has danced back and Black's king returns: the node
-    // stands on the game's first position again and scores 0.
-    PrincipalVariation pv;
-    pv.clear();
-    auto danced = searchBoard("4k3/8/8/8/8/8/8/R3K1N1 w - - 0 1");
-    playMoves(*danced, {"g1f3", "e8d8", "f3g1"});
-    const Move back = findMove(*danced, "d8e8");
-    danced->makeMove(back);
-    danced->resetSearchTables();
-    currentRecord(*danced).nodeType = 1;
-    EXPECT_EQ(danced->search(4 * ONE_PLY, MOVE_STRIDE, -100, 100, pv, true, 1), 0);
-    danced->unmakeMove(back);
-
-    // Where Black cannot step back into an earlier position, the rook counts.
-    auto control = searchBoard("4k3/8/8/8/8/8/8/R3K1N1 w - - 0 1");
-    playMoves(*control, {"g1f3", "e8d8"});
-    const Move rook = findMove(*control, "a1a2");
-    control->makeMove(rook);
-    control->resetSearchTables();
-    currentRecord(*control).nodeType = 1;
-    EXPECT_EQ(control->search(4 * ONE_PLY, MOVE_STRIDE, -100, 100, pv, true, 1), -100);
-    control->unmakeMove(rook);
-
-    // The fifty-move rule: the node scores 0 before anything else.
+    const struct {
+        std::vector<const char*> line;
+        int score;
+    } lines[] = {{{"g1f3", "e8d8", "f3g1", "d8e8"}, 0}, {{"g1f3", "e8d8", "a1a2"}, -100}};
+    for (const auto& c : lines) {
+        auto board = searchBoard("4k3/8/8/8/8/8/8/R3K1N1 w - - 0 1");
+        for (std::size_t i = 0; i + 1 < c.line.size(); ++i)
+            ASSERT_TRUE(board->playGameMove(findMove(*board, c.line[i])));
+        board->makeMove(findMove(*board, c.line.back()));
+        board->resetSearchTables();
+        PrincipalVariation pv;
+        currentRecord(*board).nodeType = RE_SEARCH_NODE;
+        EXPECT_EQ(board->search(4 * ONE_PLY, MOVE_STRIDE, -100, 100, pv, true, 1), c.score);
+    }
     auto fifty = searchBoard("4k3/8/8/8/8/8/8/R3K1N1 w - - 100 80");
     fifty->resetSearchTables();
-    EXPECT_EQ(fifty->search(4 * ONE_PLY, MOVE_STRIDE, -100, 100, pv, true, 1), 0);
+    EXPECT_EQ(searchAt(*fifty, 4, 1, RE_SEARCH_NODE), 0);
     EXPECT_EQ(fifty->nodeCount, 1u);
 }
 
 // Searches stopped by node limits at many awkward moments leave the position, its history,
-// the repetition stack and the game record exactly as they were.
+// the repetition stack and the game record exactly as they were; a node limit is met exactly.
 TEST(Search, LeavesTheBoardAsItFoundItAtEveryStop) {
     const auto suite = loadPerftSuite("tricky.perft");
-    ASSERT_FALSE(suite.empty());
     for (std::size_t i = 0; i < suite.size(); i += 3) {
         if (!hasStandardCastling(suite[i].fen))
             continue;
@@ -115,8 +108,10 @@ TEST(Search, LeavesTheBoardAsItFoundItAtEveryStop) {
         }
         board->setTimeMode(TIME_NODES, 2000);
         board->think();
-        if (board->gameMoveCount)
-            board->takeBackGameMove();
+        EXPECT_EQ(board->nodeCount, 2000u);
+        ASSERT_FALSE(board->reports.empty());
+        EXPECT_EQ(board->sentMove, board->reports.back().line.at(0));
+        board->takeBackGameMove();
         EXPECT_EQ(before.differences(*board), "") << suite[i].fen;
     }
 }
@@ -128,35 +123,27 @@ TEST(Search, DeepestPliesStayInsideTheirArrays) {
     const BoardSnapshot before(*board);
     board->resetSearchTables();
     for (int ply : {DEEPEST_SEARCH_PLY - 2, DEEPEST_SEARCH_PLY, DEEPEST_SEARCH_PLY + 1}) {
-        PrincipalVariation pv;
-        pv.clear();
-        currentRecord(*board).nodeType = 0;
-        const int score = board->search(4 * ONE_PLY, ply * MOVE_STRIDE, -INFINITE_SCORE,
-                                        INFINITE_SCORE, pv, true, ply);
-        EXPECT_LT(std::abs(score), MATE_BOUND);
-        EXPECT_LE(pv.count, std::uint32_t(MAX_PLY - ply));
+        EXPECT_LT(std::abs(searchAt(*board, 4, ply, PV_NODE)), MATE_BOUND);
         EXPECT_EQ(before.differences(*board), "") << ply;
     }
 }
 
-// Quiescence stands pat at once when the side to move is already above beta, and never
-// searches a capture the ordering marks as losing.
+// Quiescence stands pat at once above beta, and never searches a capture the ordering marks
+// as losing, while it does take the same pawn undefended.
 TEST(Search, QuiescenceStandsPatAndSkipsLosingCaptures) {
-    auto board = searchBoard("4k3/8/8/8/8/8/8/Q3K3 w - - 0 1");
-    board->resetSearchTables();
-    EXPECT_EQ(board->quiesce(1, MOVE_STRIDE, -INFINITE_SCORE, 100, true), 100);
-    EXPECT_EQ(board->nodeCount, 1u);
-
-    // The only capture takes a defended pawn with the queen.
-    auto losing = searchBoard("4k3/8/2p5/3p4/8/8/8/3QK3 w - - 0 1");
-    losing->resetSearchTables();
-    const int standPat = losing->evaluate(-INFINITE_SCORE, INFINITE_SCORE, 0);
-    EXPECT_EQ(losing->quiesce(1, MOVE_STRIDE, -INFINITE_SCORE, INFINITE_SCORE, true), standPat);
-    EXPECT_EQ(losing->nodeCount, 1u);
-
-    // Undefended, the same pawn is taken.
-    auto winning = searchBoard("4k3/8/8/3p4/8/8/8/3QK3 w - - 0 1");
-    winning->resetSearchTables();
-    winning->quiesce(1, MOVE_STRIDE, -INFINITE_SCORE, INFINITE_SCORE, true);
-    EXPECT_GT(winning->nodeCount, 1u);
+    const struct {
+        const char* fen;
+        int beta;
+        bool searchesOn;
+    } cases[] = {{"4k3/8/8/8/8/8/8/Q3K3 w - - 0 1", 100, false},
+                 {"4k3/8/2p5/3p4/8/8/8/3QK3 w - - 0 1", INFINITE_SCORE, false},
+                 {"4k3/8/8/3p4/8/8/8/3QK3 w - - 0 1", INFINITE_SCORE, true}};
+    for (const auto& c : cases) {
+        auto board = searchBoard(c.fen);
+        board->resetSearchTables();
+        const int score    = board->quiesce(1, MOVE_STRIDE, -INFINITE_SCORE, c.beta, true);
+        const int standPat = board->evaluate(-INFINITE_SCORE, INFINITE_SCORE, 0);
+        EXPECT_EQ(board->nodeCount > 1, c.searchesOn) << c.fen;
+        EXPECT_TRUE(c.searchesOn || score == std::min(standPat, c.beta)) << c.fen;
+    }
 }

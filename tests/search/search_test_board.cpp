@@ -1,13 +1,20 @@
 #include "search_test_board.h"
 
+#include <cstring>
 #include <gtest/gtest.h>
 
-std::unique_ptr<RecordingBoard> searchBoard(const std::string& fen, int hashMegabytes) {
+std::unique_ptr<RecordingBoard> searchBoard(const std::string& fen) {
     auto board = std::make_unique<RecordingBoard>();
-    board->initTables(hashMegabytes);
+    board->initTables(2);
     board->newGame();
     EXPECT_EQ(board->setPosition(fen.c_str()), 1) << fen;
     return board;
+}
+
+void thinkToDepth(RecordingBoard& board, int depth) {
+    board.hashTable.clear();
+    board.setTimeMode(TIME_DEPTH, depth);
+    board.think();
 }
 
 BoardSnapshot::BoardSnapshot(const ChessBoard& board)
@@ -19,10 +26,8 @@ BoardSnapshot::BoardSnapshot(const ChessBoard& board)
 
 std::string BoardSnapshot::differences(const ChessBoard& board) const {
     std::string found;
-    if (!samePosition(position, board))
+    if (!samePosition(position, board) || !board.checkConsistency().empty())
         found += "position ";
-    if (!board.checkConsistency().empty())
-        found += "consistency ";
     if (board.repetitionTop != int(repetitions.size()) ||
         std::memcmp(board.repetitionStack, repetitions.data(),
                     repetitions.size() * sizeof(RepetitionEntry)) != 0)
@@ -30,34 +35,4 @@ std::string BoardSnapshot::differences(const ChessBoard& board) const {
     if (board.gameMoveCount != gameMoveCount)
         found += "game ";
     return found;
-}
-
-Move findMove(ChessBoard& board, const std::string& coordinates) {
-    MoveEntry list[MAX_GENERATED];
-    const std::uint8_t wasInCheck = board.inCheck;
-    const int count               = board.generateMoves(list, board.sideToMoveInCheck());
-    board.inCheck                 = wasInCheck;
-    for (int i = 0; i < count; ++i) {
-        const Move m = list[i].move;
-        char text[8];
-        std::snprintf(text, sizeof text, "%c%d%c%d", 'a' + fileOf(moveFrom(m)),
-                      1 + rankOf(moveFrom(m)), 'a' + fileOf(moveTo(m)), 1 + rankOf(moveTo(m)));
-        if (coordinates == text && (!movePromotion(m) || movePromotion(m) == QUEEN))
-            return m;
-    }
-    return NO_MOVE;
-}
-
-void playMoves(ChessBoard& board, const std::vector<std::string>& moves) {
-    for (const std::string& text : moves) {
-        const Move m = findMove(board, text);
-        ASSERT_NE(m, NO_MOVE) << text;
-        ASSERT_EQ(board.playGameMove(m), 1) << text;
-    }
-}
-
-void thinkToDepth(RecordingBoard& board, int depth) {
-    board.hashTable.clear();
-    board.setTimeMode(TIME_DEPTH, depth);
-    board.think();
 }
