@@ -26,7 +26,8 @@ FORMATTED    = $(shell git ls-files 'src/*.cpp' 'src/*.h' 'bench/*.cpp' 'bench/*
                    'tests/*.cpp' 'tests/*.h' 'fuzz/*.cpp' 'fuzz/*.h')
 
 .PHONY: all run test test-release test-sanitize bench valgrind fuzz format format-check \
-        install pgo pgo-speed package package-linux package-windows test-package windows clean
+        install pgo pgo-speed package package-linux package-windows test-package windows \
+        test-windows clean
 
 all:
 	$(CONFIGURE) -S . -B $(BUILD_DIR) -DCMAKE_BUILD_TYPE=Release
@@ -114,6 +115,13 @@ windows: all
 	    -DCMAKE_TOOLCHAIN_FILE=cmake/mingw-w64-x86_64.cmake \
 	    -DPELLIX_BOOK_TOOL=$(abspath $(BUILD_DIR))/pellix-book
 	cmake --build $(WINDOWS_DIR) -j $(JOBS)
+
+# The Windows build under Wine: its in-process tests, then every test that starts the
+# programs, run by the Linux build against the Windows programs (each through the relay,
+# which gives it a real Windows pipe). The Wine prefix is made on first use.
+test-windows: windows
+	WINEDEBUG=-all wine $(WINDOWS_DIR)/pellix_tests.exe --gtest_brief=1
+	PELLIX_TEST_WINDOWS=$(abspath $(WINDOWS_DIR)) $(BUILD_DIR)/pellix_process_tests --gtest_brief=1
 
 # Every package into $(PACKAGE_DIR): the Debian package and a .tar.gz of the same files
 # (package-linux), and the Windows zip (package-windows). CPack's staging trees are removed.

@@ -6,6 +6,33 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+namespace {
+
+const char* windowsBuild() {
+    const char* folder = std::getenv("PELLIX_TEST_WINDOWS");
+    return folder && *folder ? folder : nullptr;
+}
+
+} // namespace
+
+bool testingWindowsBuild() {
+    return windowsBuild() != nullptr;
+}
+
+std::string programCommand(const std::string& name) {
+    if (const char* folder = windowsBuild())
+        return std::string("env WINEDEBUG=-all wine ") + folder + "/relay.exe " + folder + "/" +
+               name + ".exe";
+    return std::string(PELLIX_PROGRAM_DIR) + "/" + name;
+}
+
+std::string withoutCarriageReturns(std::string text) {
+    std::size_t at = 0;
+    while ((at = text.find("\r\n", at)) != std::string::npos)
+        text.erase(at, 1);
+    return text;
+}
+
 ProcessResult runProcess(const std::string& command, const std::string& input,
                          const std::string& iniText) {
     char dir[] = "/tmp/pellix-test-XXXXXX";
@@ -27,5 +54,6 @@ ProcessResult runProcess(const std::string& command, const std::string& input,
             result.status = WEXITSTATUS(status);
     }
     std::system(("rm -rf " + scratch).c_str());
+    result.output = withoutCarriageReturns(result.output);
     return result;
 }

@@ -1,14 +1,25 @@
-// Runs the engine's executables for the command-line and transcript tests.
+// Starting the build's programs for the tests that talk to them: by name, with a scratch
+// directory of their own. With PELLIX_TEST_WINDOWS naming a Windows build folder, the same
+// tests start that build's .exe files under Wine, each through the relay, so one set of
+// tests checks both builds.
 #pragma once
 
 #include <string>
 
 struct ProcessResult {
-    std::string output; // standard output
+    std::string output; // standard output, with Windows line ends made plain
     int status;         // exit status, -1 when the process did not exit normally
 };
+
+// The command that starts one of the build's programs: "pellix", "pellix-book",
+// "pellix-bench" or "input-probe".
+std::string programCommand(const std::string& name);
+// True when the programs under test are the Windows build's.
+bool testingWindowsBuild();
 
 // Runs `command` through the shell in an empty scratch directory (so no pellix.ini is found
 // unless the test writes one there), feeding `input` to its standard input.
 ProcessResult runProcess(const std::string& command, const std::string& input = "",
                          const std::string& iniText = "");
+// Drops the carriage return of every CR LF.
+std::string withoutCarriageReturns(std::string text);

@@ -35,13 +35,13 @@ long sizeWithConfig(const std::string& ini) {
 TEST(CommandReader, FirstLineChoosesTheProtocol) {
     // Anything but "uci" or "xboard" first ends the program after the banner.
     for (const char* first : {"hello\nuci\n", "isready\n", "uci \n", "XBOARD\n"}) {
-        const ProcessResult r = runProcess(PELLIX_BINARY, first);
+        const ProcessResult r = runProcess(programCommand("pellix"), first);
         EXPECT_EQ(r.output, "Pellix 1.1b by Anselm KORVEL\n") << first;
         EXPECT_EQ(r.status, 1) << first;
     }
     // Empty lines do not decide; once XBoard is chosen, "uci" is just an unknown command.
     const ProcessResult r =
-        runProcess(PELLIX_BINARY, "\n\nxboard\nuci\nping 3\nquit\n", SMALL_ENGINE_INI);
+        runProcess(programCommand("pellix"), "\n\nxboard\nuci\nping 3\nquit\n", SMALL_ENGINE_INI);
     EXPECT_NE(r.output.find("feature "), std::string::npos);
     EXPECT_NE(r.output.find("\npong 3\n"), std::string::npos) << r.output;
     EXPECT_EQ(r.output.find("uciok"), std::string::npos);

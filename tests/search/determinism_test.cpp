@@ -1,7 +1,7 @@
-// The search depends on nothing but its position and limits: not on what the stack held
-// before it ran, not on which process runs it. The bench signature rests on this.
+// The search depends on nothing but its position and limits, not on what the stack held
+// before it ran. The bench signature rests on this (determinism_process_test.cpp checks it
+// across processes).
 #include "search_test_board.h"
-#include "test_process.h"
 #include "test_support.h"
 
 #include <gtest/gtest.h>
@@ -36,12 +36,6 @@ Outcome searchOverJunk(const char* fen, Move with) {
     return {board->nodeCount, board->lastMove};
 }
 
-// The "Nodes: N" line of a bench run's output, or an empty text.
-std::string signatureLine(const std::string& output) {
-    const std::size_t at = output.rfind("Nodes: ");
-    return at == std::string::npos ? "" : output.substr(at, output.find('\n', at) - at);
-}
-
 } // namespace
 
 // Junk that looks like the position's own moves is what a stale word really holds, and a
@@ -57,13 +51,4 @@ TEST(Determinism, SearchIgnoresWhatTheStackHeldBefore) {
             EXPECT_EQ(soiled.move, clean.move) << fen << " over junk " << moves[i];
         }
     }
-}
-
-// Separate processes start from different stacks and heaps: a short bench run in each
-// prints the same signature.
-TEST(Determinism, TwoProcessesPrintTheSameSignature) {
-    const std::string command = std::string(PELLIX_BENCH_BINARY) + " search 6 0";
-    const ProcessResult first = runProcess(command), second = runProcess(command);
-    ASSERT_NE(signatureLine(first.output), "") << first.output;
-    EXPECT_EQ(signatureLine(first.output), signatureLine(second.output));
 }

@@ -8,7 +8,7 @@
 namespace {
 
 std::string pellix(const std::string& arguments) {
-    return std::string(PELLIX_BINARY) + " " + arguments;
+    return programCommand("pellix") + " " + arguments;
 }
 
 const char* const PERFT_HEADER =

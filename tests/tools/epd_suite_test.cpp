@@ -28,7 +28,7 @@ struct SuiteFile {
 const char* const SMALL_HASH = "[Engine]\nHash=2\n";
 
 std::string suiteCommand(const std::string& arguments) {
-    return std::string(PELLIX_BINARY) + " -testsuite " + arguments;
+    return programCommand("pellix") + " -testsuite " + arguments;
 }
 
 } // namespace

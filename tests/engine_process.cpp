@@ -8,7 +8,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-EngineProcess::EngineProcess(const std::string& iniText, const std::string& binary) {
+EngineProcess::EngineProcess(const std::string& iniText, const std::string& command) {
     std::signal(SIGPIPE, SIG_IGN); // writing to an engine that has quit must not kill the test
     char dir[] = "/tmp/pellix-engine-XXXXXX";
     if (!mkdtemp(dir))
@@ -25,8 +25,10 @@ EngineProcess::EngineProcess(const std::string& iniText, const std::string& bina
         dup2(fromEngine[1], 1);
         close(toEngine[1]);
         close(fromEngine[0]);
+        // Through the shell, which execs the command: the child is the program itself.
+        const std::string line = "exec " + command;
         if (chdir(scratch.c_str()) == 0)
-            execl(binary.c_str(), binary.c_str(), nullptr);
+            execl("/bin/sh", "sh", "-c", line.c_str(), nullptr);
         _exit(127);
     }
     close(toEngine[0]);
@@ -72,6 +74,8 @@ std::optional<std::string> EngineProcess::readLine(Millis timeout) {
         if (feed != std::string::npos) {
             std::string line = buffered.substr(0, feed);
             buffered.erase(0, feed + 1);
+            if (!line.empty() && line.back() == '\r')
+                line.pop_back(); // a Windows line end
             return line;
         }
         const auto left =
@@ -106,13 +110,6 @@ std::optional<std::string> EngineProcess::waitFor(const std::string& prefix, Mil
         if (line->rfind(prefix, 0) == 0)
             return line;
     }
-}
-
-std::vector<std::string> EngineProcess::drain(Millis quiet) {
-    std::vector<std::string> lines;
-    while (std::optional<std::string> line = readLine(quiet))
-        lines.push_back(*line);
-    return lines;
 }
 
 int EngineProcess::waitExit(Millis timeout) {

@@ -1,7 +1,9 @@
-// A running engine process for the transcript and self-play tests: lines go in through one
-// pipe and come out through another, and every wait has a deadline, so an engine that hangs
+// A running program for the transcript, input and self-play tests: lines go in through one
+// pipe and come out through another, and every wait has a deadline, so a program that hangs
 // fails its test instead of hanging it.
 #pragma once
+
+#include "test_process.h"
 
 #include <chrono>
 #include <optional>
@@ -16,10 +18,10 @@ constexpr const char* SMALL_ENGINE_INI = "[Engine]\nHash=16\n";
 
 class EngineProcess {
 public:
-    // Starts `binary` in a fresh scratch directory holding pellix.ini = iniText (none when
-    // empty). With the binary left out, starts the engine under test.
+    // Starts the command (the engine under test when left out) in a fresh scratch directory
+    // holding pellix.ini = iniText (none when empty).
     explicit EngineProcess(const std::string& iniText = SMALL_ENGINE_INI,
-                           const std::string& binary  = PELLIX_BINARY);
+                           const std::string& command = programCommand("pellix"));
     ~EngineProcess();
     EngineProcess(const EngineProcess&)            = delete;
     EngineProcess& operator=(const EngineProcess&) = delete;
@@ -28,14 +30,12 @@ public:
     void sendRaw(const std::string& bytes);
     void closeInput();
 
-    // The next output line, or nothing when none is complete before the timeout.
+    // The next output line without its line end, or nothing when none is complete in time.
     std::optional<std::string> readLine(Millis timeout);
     // Reads lines until one starts with prefix; answers that line, or nothing on timeout.
     // Every line read, that one included, is appended to `seen` when it is given.
     std::optional<std::string> waitFor(const std::string& prefix, Millis timeout,
                                        std::vector<std::string>* seen = nullptr);
-    // Every line that arrives within the quiet period.
-    std::vector<std::string> drain(Millis quiet);
     // The exit status once the process has ended, or -1 if it has not within the timeout.
     int waitExit(Millis timeout);
 
@@ -43,8 +43,8 @@ public:
 
 private:
     pid_t pid  = -1;
-    int input  = -1; // our end of the engine's standard input
-    int output = -1; // our end of the engine's standard output
+    int input  = -1; // our end of the program's standard input
+    int output = -1; // our end of its standard output
     int status = -1;
     std::string buffered;
     std::string scratch;
