@@ -47,12 +47,18 @@ TEST(Evaluate, MirroredPositionScoresTheSame) {
     EXPECT_GT(compared, 5000);
 }
 
-// In the endgame a side to move without mating material scores a draw, lazy or not; its
-// opponent, and any side before the endgame, is evaluated normally.
+// In the endgame a side to move without mating material (a knight or two, or a bishop) scores
+// a draw, lazy or not, even a rook down; knight and bishop, two bishops, a rook, a queen or a
+// pawn can mate. The opponent of such a side, and any side before the endgame, is evaluated
+// normally.
 TEST(Evaluate, EndgameDrawOnlyForTheSideToMoveThatCannotWin) {
-    auto board = boardFrom("4k3/8/8/8/8/8/8/1KB1r3 w - - 0 1");
-    EXPECT_EQ(fullEval(*board), 0);
-    EXPECT_EQ(board->evaluate(-100, 100, 1), 0);
+    const std::pair<const char*, bool> cases[] = {
+        {"4KN2", true},   {"3NKN2", true}, {"1KB1r3", true}, {"3BKN2", false},
+        {"3BKB2", false}, {"4K2R", false}, {"Q3K3", false},  {"P3K3", false}};
+    for (const auto& [rank, draw] : cases) {
+        auto board = boardFrom(std::string("4k3/8/8/8/8/8/8/") + rank + " w - - 0 1");
+        EXPECT_EQ(fullEval(*board) == 0 && board->evaluate(-100, 100, 1) == 0, draw) << rank;
+    }
     EXPECT_GT(fullEval(*boardFrom("4k3/8/8/8/8/8/8/1KB1r3 b - - 0 1")), 100);
     EXPECT_LT(fullEval(*boardFrom("qq2k3/8/8/8/8/8/8/1KB5 w - - 0 1")), -1500); // phase 9
 }
