@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 #include <random>
+#include <tuple>
 
 namespace {
 
@@ -54,23 +55,19 @@ TEST(MakeUnmake, RandomGamesKeepTheKeyAndRestoreEveryField) {
 // material totals are checked along the random games.)
 TEST(MakeUnmake, SpecialMovesSetRightsFileAndPhase) {
     const char* const rooks = "r3k2r/8/8/8/8/8/8/R3K2R w KQk - 0 1";
-    const struct {
-        const char* fen;
-        Move move;
-        int rights, epFile, phase;
-    } cases[] = {
+    const std::tuple<const char*, Move, int, int, int> cases[] = {
         {rooks, WHITE_SHORT_CASTLE, 4, 0, 8},
         {rooks, makeMoveWord(0, 56, ROOK, ROOK), 1 | 4, 0, 6},
         {rooks, makeMoveWord(7, 63, ROOK, ROOK), 2, 0, 6},
         {START_FEN, makeMoveWord(12, 28, PAWN) | MOVE_DOUBLE, 15, 5, 24},
         {"1n2k3/P7/8/8/8/8/8/4K3 w - - 0 1", makeMoveWord(48, 57, PAWN, KNIGHT, QUEEN), 0, 0, 4},
     };
-    for (const auto& c : cases) {
-        auto board = boardFrom(c.fen);
-        ASSERT_EQ(board->makeMove(c.move), 1) << c.fen;
-        EXPECT_EQ(board->castleRights, c.rights) << c.fen;
-        EXPECT_EQ(board->epFile, c.epFile) << c.fen;
-        EXPECT_EQ(board->phase, c.phase) << c.fen;
+    for (const auto& [fen, move, rights, epFile, phase] : cases) {
+        auto board = boardFrom(fen);
+        ASSERT_EQ(board->makeMove(move), 1) << fen;
+        EXPECT_EQ(board->castleRights, rights) << fen;
+        EXPECT_EQ(board->epFile, epFile) << fen;
+        EXPECT_EQ(board->phase, phase) << fen;
     }
     // A null move passes the turn and forgets the en-passant file, both undone exactly.
     auto board         = boardFrom("4k3/8/8/3pP3/8/8/8/4K3 w - d6 3 1");

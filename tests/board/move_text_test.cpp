@@ -2,6 +2,7 @@
 #include "test_support.h"
 
 #include <gtest/gtest.h>
+#include <tuple>
 
 TEST(MoveText, LongAlgebraic) {
     const std::pair<Move, const char*> cases[] = {
@@ -46,14 +47,10 @@ TEST(MoveText, SanRoundTrips) {
 
 // The coordinate reader plays only a legal move, which the game record takes back; without a
 // letter a promotion is the first generated one, the queen; promotion letters are lower case.
+// Each case names the piece that arrives on the target square, EMPTY for a refused move.
 TEST(MoveText, CoordinateReaderPlaysOnlyLegalMoves) {
     const char* const pawn = "4k3/P7/8/8/8/8/8/4K3 w - - 0 1";
-    const struct {
-        const char* fen;
-        const char* text;
-        Square to;
-        Piece arrives; // EMPTY when the move is refused
-    } cases[] = {
+    const std::tuple<const char*, const char*, Square, Piece> cases[] = {
         {START_FEN, "e2e4", 28, PAWN},
         {START_FEN, "e2e5", 36, EMPTY},
         {START_FEN, "e2e4x", 28, EMPTY},
@@ -62,12 +59,12 @@ TEST(MoveText, CoordinateReaderPlaysOnlyLegalMoves) {
         {pawn, "a7a8Q", 56, EMPTY},
         {"4k3/8/8/8/8/8/4R3/4K2r w - - 0 1", "e2d2", 11, EMPTY}, // the king stays attacked
     };
-    for (const auto& c : cases) {
-        auto board            = boardFrom(c.fen);
+    for (const auto& [fen, text, to, arrives] : cases) {
+        auto board            = boardFrom(fen);
         const Position before = *board;
-        EXPECT_EQ(board->playCoordinateMove(c.text), c.arrives != EMPTY) << c.text;
-        EXPECT_EQ(board->pieceArray[c.to], c.arrives) << c.text;
-        EXPECT_EQ(board->takeBackGameMove(), c.arrives != EMPTY) << c.text;
-        EXPECT_TRUE(samePosition(*board, before)) << c.text;
+        EXPECT_EQ(board->playCoordinateMove(text), arrives != EMPTY) << text;
+        EXPECT_EQ(board->pieceArray[to], arrives) << text;
+        EXPECT_EQ(board->takeBackGameMove(), arrives != EMPTY) << text;
+        EXPECT_TRUE(samePosition(*board, before)) << text;
     }
 }

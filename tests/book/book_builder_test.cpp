@@ -5,6 +5,7 @@
 #include "test_support.h"
 
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace {
 
@@ -84,12 +85,8 @@ TEST(PgnReader, KeepsTheMainLineOfEachGame) {
 TEST(GameMoves, TextMeansTheLegalMoveWithTheGeneratorsFlags) {
     const char* const pinC3   = "4k3/8/8/6N1/1b6/2N5/8/4K3 w - - 0 1"; // the c3 knight is pinned
     const char* const promote = "5n2/4P3/8/8/8/8/8/k3K3 w - - 0 1";
-    const struct {
-        const char* fen;
-        const char* token;
-        GameMoveStatus status;
-        const char* move; // when the status is GAME_MOVE_OK
-    } cases[] = {
+    // The token, what reading it answers, and the legal move it means when that is GAME_MOVE_OK.
+    const std::tuple<const char*, const char*, GameMoveStatus, const char*> cases[] = {
         {START_FEN, "e4!?", GAME_MOVE_OK, "e2e4"},
         {pinC3, "Ne4", GAME_MOVE_OK, "g5e4"}, // the first match is pinned: the other knight
         {pinC3, "Nce4", GAME_MOVE_ILLEGAL, nullptr},
@@ -105,13 +102,13 @@ TEST(GameMoves, TextMeansTheLegalMoveWithTheGeneratorsFlags) {
         {START_FEN, "e2e4", GAME_MOVE_UNREADABLE, nullptr},
         {START_FEN, "Ne4Q", GAME_MOVE_UNREADABLE, nullptr},
     };
-    for (const auto& c : cases) {
-        auto board            = boardFrom(c.fen);
+    for (const auto& [fen, token, status, expected] : cases) {
+        auto board            = boardFrom(fen);
         const Position before = *board;
         Move move             = 0xDEAD;
-        EXPECT_EQ(readGameMove(*board, c.token, move), c.status) << c.fen << " " << c.token;
-        EXPECT_TRUE(samePosition(*board, before)) << c.token;
-        EXPECT_EQ(move, c.move ? findMove(*board, c.move) : NO_MOVE) << c.token;
+        EXPECT_EQ(readGameMove(*board, token, move), status) << fen << " " << token;
+        EXPECT_TRUE(samePosition(*board, before)) << token;
+        EXPECT_EQ(move, expected ? findMove(*board, expected) : NO_MOVE) << token;
     }
 }
 

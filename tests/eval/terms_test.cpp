@@ -5,6 +5,7 @@
 #include "test_support.h"
 
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace {
 
@@ -21,14 +22,7 @@ TEST(EvalTerms, EachChangeMovesItsGroupTheRightWay) {
     const char* const home    = "rq2k2r/pppppppp/8/8/8/8/5PPP/RQ3RK1 w - - 0 1";
     const char* const passer  = "n3k3/8/8/4P3/8/8/8/4K3 w - - 0 1";
     const char* const outpost = "4k3/8/8/3N4/8/8/P7/4K3 w - - 0 1";
-    const struct {
-        const char* before;
-        const char* after;
-        EvalGroup group;
-        Color colour;
-        Effect effect;
-        const char* why;
-    } cases[] = {
+    const std::tuple<const char*, const char*, EvalGroup, Color, Effect, const char*> cases[] = {
         {"4k3/2p5/8/8/8/8/2P5/4K3 w - - 0 1", "4k3/2p5/8/8/8/2P5/2P5/4K3 w - - 0 1", GROUP_PAWNS,
          WHITE, WORSE, "a doubled pawn"},
         {"4k3/2pp4/8/8/2PP4/8/8/4K3 w - - 0 1", "4k3/2pp4/8/8/3P4/8/2P5/4K3 w - - 0 1", GROUP_PAWNS,
@@ -65,10 +59,9 @@ TEST(EvalTerms, EachChangeMovesItsGroupTheRightWay) {
         {home, "4k3/8/8/8/8/8/5PP1/R5K1 w - - 0 1", GROUP_SHELTER, WHITE, SAME,
          "no shelter in the endgame"},
     };
-    for (const auto& c : cases) {
-        const int change =
-            groupSum(c.after, c.group, c.colour) - groupSum(c.before, c.group, c.colour);
-        EXPECT_EQ((change > 0) - (change < 0), int(c.effect))
-            << c.why << ": " << evalGroupNames[c.group] << " changes by " << change;
+    for (const auto& [before, after, group, colour, effect, why] : cases) {
+        const int change = groupSum(after, group, colour) - groupSum(before, group, colour);
+        EXPECT_EQ((change > 0) - (change < 0), int(effect))
+            << why << ": " << evalGroupNames[group] << " changes by " << change;
     }
 }

@@ -5,6 +5,7 @@
 #include "test_support.h"
 
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace {
 
@@ -28,20 +29,16 @@ int searchAt(RecordingBoard& board, int plies, int ply, std::uint8_t type,
 } // namespace
 
 TEST(Search, FindsMatesWithTheirDistance) {
-    const struct {
-        const char* fen;
-        const char* move;
-        int matedAtPly;
-    } mates[] = {
+    const std::tuple<const char*, const char*, int> mates[] = {
         {"2rr3k/pp3pp1/1nnqbN1p/3pN3/2pP4/2P3Q1/PPB4P/R4RK1 w - - 0 1", "g3g6", 3},
         {"r3k2r/pbp2pp1/3b1n2/1p6/3P3p/1B2N1Pq/PP1PQP1P/R1B2RK1 b kq - 0 1", "h3h2", 5},
     };
-    for (const auto& c : mates) {
-        auto board          = searchBoard(c.fen);
-        const Move expected = findMove(*board, c.move);
-        thinkToDepth(*board, c.matedAtPly + 2);
-        EXPECT_EQ(board->lastMove, expected) << c.fen;
-        EXPECT_EQ(board->reports.back().score, MATE_SCORE - c.matedAtPly) << c.fen;
+    for (const auto& [fen, move, matedAtPly] : mates) {
+        auto board          = searchBoard(fen);
+        const Move expected = findMove(*board, move);
+        thinkToDepth(*board, matedAtPly + 2);
+        EXPECT_EQ(board->lastMove, expected) << fen;
+        EXPECT_EQ(board->reports.back().score, MATE_SCORE - matedAtPly) << fen;
     }
     auto mated = searchBoard("R5k1/5ppp/8/8/8/8/8/6K1 b - - 0 1");
     EXPECT_EQ(searchRootAt(*mated, 3), -MATE_SCORE);
@@ -71,17 +68,15 @@ TEST(Search, MateScoresComeBackFromTheTableAsTheyWereStored) {
 // where Black cannot step back, the rook counts. A node past the fifty-move rule scores 0
 // before anything else.
 TEST(Search, RepetitionAndFiftyMovesAreDraws) {
-    const struct {
-        std::vector<const char*> line;
-        int score;
-    } lines[] = {{{"g1f3", "e8d8", "f3g1", "d8e8"}, 0}, {{"g1f3", "e8d8", "a1a2"}, -100}};
-    for (const auto& c : lines) {
+    const std::tuple<std::vector<const char*>, int> lines[] = {
+        {{"g1f3", "e8d8", "f3g1", "d8e8"}, 0}, {{"g1f3", "e8d8", "a1a2"}, -100}};
+    for (const auto& [line, score] : lines) {
         auto board = searchBoard("4k3/8/8/8/8/8/8/R3K1N1 w - - 0 1");
-        for (std::size_t i = 0; i + 1 < c.line.size(); ++i)
-            ASSERT_TRUE(board->playGameMove(findMove(*board, c.line[i])));
-        board->makeMove(findMove(*board, c.line.back()));
+        for (std::size_t i = 0; i + 1 < line.size(); ++i)
+            ASSERT_TRUE(board->playGameMove(findMove(*board, line[i])));
+        board->makeMove(findMove(*board, line.back()));
         board->resetSearchTables();
-        EXPECT_EQ(searchAt(*board, 4, 1, RE_SEARCH_NODE, -100, 100), c.score);
+        EXPECT_EQ(searchAt(*board, 4, 1, RE_SEARCH_NODE, -100, 100), score);
     }
     auto fifty = searchBoard("4k3/8/8/8/8/8/8/R3K1N1 w - - 100 80");
     fifty->resetSearchTables();
@@ -116,19 +111,16 @@ TEST(Search, LeavesTheBoardAsItFoundItAtEveryStop) {
 // Quiescence stands pat at once above beta, and never searches a capture the ordering marks
 // as losing, while it does take the same pawn undefended.
 TEST(Search, QuiescenceStandsPatAndSkipsLosingCaptures) {
-    const struct {
-        const char* fen;
-        int beta;
-        bool searchesOn;
-    } cases[] = {{"4k3/8/8/8/8/8/8/Q3K3 w - - 0 1", 100, false},
-                 {"4k3/8/2p5/3p4/8/8/8/3QK3 w - - 0 1", INFINITE_SCORE, false},
-                 {"4k3/8/8/3p4/8/8/8/3QK3 w - - 0 1", INFINITE_SCORE, true}};
-    for (const auto& c : cases) {
-        auto board = searchBoard(c.fen);
+    const std::tuple<const char*, int, bool> cases[] = {
+        {"4k3/8/8/8/8/8/8/Q3K3 w - - 0 1", 100, false},
+        {"4k3/8/2p5/3p4/8/8/8/3QK3 w - - 0 1", INFINITE_SCORE, false},
+        {"4k3/8/8/3p4/8/8/8/3QK3 w - - 0 1", INFINITE_SCORE, true}};
+    for (const auto& [fen, beta, searchesOn] : cases) {
+        auto board = searchBoard(fen);
         board->resetSearchTables();
-        const int score    = board->quiesce(1, MOVE_STRIDE, -INFINITE_SCORE, c.beta, true);
+        const int score    = board->quiesce(1, MOVE_STRIDE, -INFINITE_SCORE, beta, true);
         const int standPat = board->evaluate(-INFINITE_SCORE, INFINITE_SCORE, 0);
-        EXPECT_EQ(board->nodeCount > 1, c.searchesOn) << c.fen;
-        EXPECT_TRUE(c.searchesOn || score == std::min(standPat, c.beta)) << c.fen;
+        EXPECT_EQ(board->nodeCount > 1, searchesOn) << fen;
+        EXPECT_TRUE(searchesOn || score == std::min(standPat, beta)) << fen;
     }
 }
