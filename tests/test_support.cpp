@@ -1,7 +1,6 @@
 #include "test_support.h"
 
 #include <fstream>
-#include <functional>
 #include <gtest/gtest.h>
 #include <sstream>
 
@@ -10,16 +9,13 @@ const char* const KIWIPETE_FEN =
 
 namespace {
 
-void forEachLine(const std::string& name, const std::function<void(std::istringstream&)>& take) {
+// The lines of a data file, each as its words.
+std::vector<std::istringstream> linesOf(const std::string& name) {
     std::ifstream in(std::string(PELLIX_DATA_DIR) + "/" + name);
-    for (std::string line; std::getline(in, line);) {
-        std::istringstream words(line);
-        take(words);
-    }
-}
-
-void expectAllRead(const std::string& name, std::size_t read, std::size_t held) {
-    EXPECT_GE(read, held) << "read only " << read << " cases from " << name;
+    std::vector<std::istringstream> lines;
+    for (std::string line; std::getline(in, line);)
+        lines.emplace_back(line);
+    return lines;
 }
 
 // The four fields of an EPD position, completed with "0 1" counters; empty if there are not
@@ -34,12 +30,12 @@ std::string fenOf(std::istream& words) {
 
 std::vector<PerftCase> loadPerftSuite(const std::string& name) {
     std::vector<PerftCase> suite;
-    forEachLine(name, [&](std::istringstream& words) {
+    for (std::istringstream& words : linesOf(name)) {
         std::string word;
         std::size_t depth;
         std::uint64_t count;
         if (!(words >> word) || (suite.empty() && word != "id"))
-            return;
+            continue;
         if (word == "id")
             words >> suite.emplace_back().id;
         else if (word == "epd")
@@ -48,34 +44,35 @@ std::vector<PerftCase> loadPerftSuite(const std::string& name) {
             suite.back().counts.resize(std::max(suite.back().counts.size(), depth));
             suite.back().counts[depth - 1] = count;
         }
-    });
-    expectAllRead(name, suite.size(), name == "tricky.perft" ? 19 : 6838);
+    }
+    EXPECT_GE(suite.size(), name == "tricky.perft" ? 19u : 6838u) << "cases read from " << name;
     return suite;
-}
-
-std::vector<std::string> loadEpdFens(const std::string& name) {
-    std::vector<std::string> fens;
-    forEachLine(name, [&](std::istringstream& words) {
-        if (std::string fen = fenOf(words); !fen.empty())
-            fens.push_back(fen);
-    });
-    expectAllRead(name, fens.size(), 299);
-    return fens;
 }
 
 bool hasStandardCastling(const std::string& fen) {
     auto board = boardFrom(fen);
-    // The king's and the rook's squares of each right: e1 h1, e1 a1, e8 h8, e8 a8.
-    const Bitboard squares[4] = {bit(4) | bit(7), bit(4) | bit(0), bit(60) | bit(63),
-                                 bit(60) | bit(56)};
+    // Rights K, Q, k, q: the king on e1 or e8 and the rook on its corner.
     for (int right = 0; right < 4; ++right) {
-        const Color side = right < 2 ? WHITE : BLACK;
+        const Color side  = right < 2 ? WHITE : BLACK;
+        const Square king = side == WHITE ? 4 : 60, rook = right % 2 ? king - 4 : king + 3;
         if ((board->castleRights >> right & 1) &&
-            ((board->bbPiece[side][KING] | board->bbPiece[side][ROOK]) & squares[right]) !=
-                squares[right])
+            !(board->bbPiece[side][KING] & bit(king) && board->bbPiece[side][ROOK] & bit(rook)))
             return false;
     }
     return true;
+}
+
+void expectPerftCounts(const std::string& file, std::size_t maxDepth, std::size_t stride) {
+    const std::vector<PerftCase> suite = loadPerftSuite(file);
+    auto board                         = boardFrom(START_FEN);
+    for (std::size_t i = 0; i < suite.size(); i += stride) {
+        const PerftCase& c = suite[i];
+        if (!hasStandardCastling(c.fen))
+            continue;
+        ASSERT_EQ(board->setPosition(c.fen.c_str()), 1) << c.id << ": " << c.fen;
+        for (std::size_t d = 1; d <= std::min(maxDepth, c.counts.size()); ++d)
+            ASSERT_EQ(board->perft(int(d), 0), c.counts[d - 1]) << c.id << " depth " << d;
+    }
 }
 
 std::unique_ptr<SilentBoard> boardFrom(const std::string& fen) {
@@ -87,22 +84,19 @@ std::unique_ptr<SilentBoard> boardFrom(const std::string& fen) {
 
 std::vector<Move> legalMoves(ChessBoard& board) {
     MoveEntry list[MAX_GENERATED];
-    const int count = board.generateLegalMoves(list);
-    std::vector<Move> moves;
-    for (int i = 0; i < count; ++i)
-        moves.push_back(list[i].move);
+    std::vector<Move> moves(std::size_t(board.generateLegalMoves(list)));
+    for (std::size_t i = 0; i < moves.size(); ++i)
+        moves[i] = list[i].move;
     return moves;
 }
 
-Move findMove(ChessBoard& board, const std::string& coordinates) {
-    for (Move m : legalMoves(board)) {
-        std::string text = {char('a' + fileOf(moveFrom(m))), char('1' + rankOf(moveFrom(m))),
-                            char('a' + fileOf(moveTo(m))), char('1' + rankOf(moveTo(m)))};
-        if (movePromotion(m) && (coordinates.size() == 5 || movePromotion(m) != QUEEN))
-            text += "pnbrqk"[movePromotion(m) - 1];
-        if (text == coordinates)
+Move findMove(ChessBoard& board, const std::string& text) {
+    const auto square    = [&](int at) { return (text[at + 1] - '1') * 8 + text[at] - 'a'; };
+    const char promotion = text.size() > 4 ? text[4] : 'q';
+    for (Move m : legalMoves(board))
+        if (moveFrom(m) == square(0) && moveTo(m) == square(2) &&
+            (!movePromotion(m) || "pnbrqk"[movePromotion(m) - 1] == promotion))
             return m;
-    }
-    ADD_FAILURE() << "no legal move " << coordinates;
+    ADD_FAILURE() << "no legal move " << text;
     return NO_MOVE;
 }

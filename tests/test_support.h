@@ -20,11 +20,11 @@ struct PerftCase {
 };
 // A perft suite: "id", "epd" and "perft DEPTH COUNT" lines.
 std::vector<PerftCase> loadPerftSuite(const std::string& name);
-// The positions of an EPD file, each completed with "0 1" counters.
-std::vector<std::string> loadEpdFens(const std::string& name);
 // False for the suites' Chess960 positions (rights for a rook off its corner or a king off
 // the e-file), which the engine does not play.
 bool hasStandardCastling(const std::string& fen);
+// Every stride-th standard position of a perft suite against its counts up to maxDepth.
+void expectPerftCounts(const std::string& suite, std::size_t maxDepth, std::size_t stride);
 
 // A board with its tables (no transposition table) and the position set; the test fails if
 // the FEN is rejected.

@@ -12,14 +12,13 @@ TEST(Fen, AcceptsAndRejectsByTheEngineRulesAndARejectionChangesNothing) {
         {start + " w KQkq - ", true}, // the counters are optional
         {start + " w KQkx - 0 1", false},
         {start + " w qkQK-q - 0 1", true},
-        {start + " w KQkq e 0 1", true}, // a file letter alone
-        {start + " w KQkq - 0 1 moves e2e4", true},
+        {start + " w KQkq e 0 1", true},            // a file letter alone
+        {start + " w KQkq - 0 1 moves e2e4", true}, // what follows is the caller's
         {"rnbqkbnr/pppppppp/7/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1", false},
         {"rnbqkbnr/pppppppp/p7/8/8/8/PPPPPPPP/RNBQKBNR w KQkq - 0 1", false}, // nine black pawns
         {"rnbqkbnr/pppppppp/8/8/8/P7/PPPPPPPP/RNBQKBNR w KQkq - 0 1", true},  // nine white ones
         {"4k3/8/8/8/8/Q7/Q7/QQQQQQQQ w - - 0 1", false},                      // ten queens
         {"4k2k/8/8/8/8/8/8/4K3 w - - 0 1", false},                            // two black kings
-        {"", false},
     };
     auto board              = boardFrom(KIWIPETE_FEN);
     const Position kiwipete = *board;

@@ -5,6 +5,7 @@
 #include "test_support.h"
 
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace {
 
@@ -83,49 +84,49 @@ TEST(PgnReader, KeepsTheMainLineOfEachGame) {
 
 TEST(GameMoves, TextMeansTheLegalMoveWithTheGeneratorsFlags) {
     const char* const pinC3   = "4k3/8/8/6N1/1b6/2N5/8/4K3 w - - 0 1"; // the c3 knight is pinned
-    const char* const queens  = "4k3/8/8/8/4Q2Q/8/8/K6Q w - - 0 1";
     const char* const promote = "5n2/4P3/8/8/8/8/8/k3K3 w - - 0 1";
-    const struct {
-        const char* fen;
-        const char* token;
-        GameMoveStatus status;
-        const char* move; // when the status is GAME_MOVE_OK
-    } cases[] = {
+    // The token, what reading it answers, and the legal move it means when that is GAME_MOVE_OK.
+    const std::tuple<const char*, const char*, GameMoveStatus, const char*> cases[] = {
         {START_FEN, "e4!?", GAME_MOVE_OK, "e2e4"},
         {pinC3, "Ne4", GAME_MOVE_OK, "g5e4"}, // the first match is pinned: the other knight
         {pinC3, "Nce4", GAME_MOVE_ILLEGAL, nullptr},
         {"7k/8/8/8/8/8/N3N3/KN5r w - - 0 1", "Nc3", GAME_MOVE_AMBIGUOUS, nullptr},
-        {queens, "Qh4e1", GAME_MOVE_OK, "h4e1"}, // both hints, which the engine's reader lacks
-        {queens, "Qg4e1", GAME_MOVE_NO_SUCH, nullptr},
+        // Both hints, which the engine's own reader lacks.
+        {"4k3/8/8/8/4Q2Q/8/8/K6Q w - - 0 1", "Qh4e1", GAME_MOVE_OK, "h4e1"},
         {"r3k2r/8/8/8/8/8/8/R3K2R b KQkq - 0 1", "0-0-0", GAME_MOVE_OK, "e8c8"},
         {"4k3/8/8/8/8/8/8/5K1R w - - 0 1", "O-O", GAME_MOVE_NO_SUCH, nullptr},
         {"4k3/8/8/3pP3/8/8/8/4K3 w - d6 0 1", "exd6", GAME_MOVE_OK, "e5d6"},
         {promote, "e8Q", GAME_MOVE_OK, "e7e8q"},
         {promote, "exf8=N+", GAME_MOVE_OK, "e7f8n"},
         {promote, "e8", GAME_MOVE_NO_SUCH, nullptr},
+        {START_FEN, "e2e4", GAME_MOVE_UNREADABLE, nullptr},
+        {START_FEN, "Ne4Q", GAME_MOVE_UNREADABLE, nullptr},
     };
-    for (const auto& c : cases) {
-        auto board            = boardFrom(c.fen);
+    for (const auto& [fen, token, status, expected] : cases) {
+        auto board            = boardFrom(fen);
         const Position before = *board;
         Move move             = 0xDEAD;
-        EXPECT_EQ(readGameMove(*board, c.token, move), c.status) << c.fen << " " << c.token;
-        EXPECT_TRUE(samePosition(*board, before)) << c.token;
-        EXPECT_EQ(move, c.move ? findMove(*board, c.move) : NO_MOVE) << c.token;
-    }
-    auto board = boardFrom(START_FEN);
-    for (const char* token :
-         {"", "e2e4", "e4xyz", "Zf3", "Nf", "Ne4Q", "xe4", "O-O-O-O", "Nbb1d2"}) {
-        Move move;
-        EXPECT_EQ(readGameMove(*board, token, move), GAME_MOVE_UNREADABLE) << token;
+        EXPECT_EQ(readGameMove(*board, token, move), status) << fen << " " << token;
+        EXPECT_TRUE(samePosition(*board, before)) << token;
+        EXPECT_EQ(move, expected ? findMove(*board, expected) : NO_MOVE) << token;
     }
 }
 
+// Each position counts the games through it and their results per move. Games that cannot be
+// replayed are left out whole: each of them begins with 1. e4, which still counts three games.
 TEST(BookBuilder, CountsGamesAndResultsPerPositionAndMove) {
     // The fourth game comes back to the initial position: its Nf3 counts once for the game.
-    const auto [book, skipped] = build("[Result \"1-0\"]\n1. e4 e5 2. Nf3 Nc6 1-0\n"
-                                       "[Result \"0-1\"]\n1. e4 e5 2. Nf3 Nf6 0-1\n"
-                                       "1. e4 c5 1/2-1/2\n1. Nf3 Nf6 2. Ng1 Ng8 3. Nf3 d5 1-0\n");
-    EXPECT_TRUE(skipped.empty());
+    const auto [book, skipped] =
+        build("[Result \"1-0\"]\n1. e4 e5 2. Nf3 Nc6 1-0\n"
+              "[Result \"0-1\"]\n1. e4 e5 2. Nf3 Nf6 0-1\n"
+              "1. e4 c5 1/2-1/2\n1. Nf3 Nf6 2. Ng1 Ng8 3. Nf3 d5 1-0\n"
+              "1. e4 e5 2. Nf3 Nc6 3. Bb5 a6 4. Bxc6 dxc6 5. Bc4 1-0\n"
+              "1. e4 e6 2. d4 Bb4+ 3. Nc3 Nf6 4. Nb5 1-0\n"
+              "[FEN \"rnbqkbnr/pppppppp/8/8 w\"]\n1. e4 1-0\n1. e4 e5 2. Nf3 Nc6 (2... d6 1-0\n");
+    EXPECT_EQ(skipped,
+              (Lines{"game 5: no such move: ply 9 \"Bc4\"", "game 6: illegal move: ply 7 \"Nb5\"",
+                     "game 7: bad FEN tag: the FEN tag is not a position the engine accepts",
+                     "game 8: malformed PGN: variation without its closing parenthesis"}));
     EXPECT_EQ(book.nodes().size(), 7u);
     EXPECT_EQ(nodeListing(book, {}), (Lines{"e2-e4 3 33 33", "Ng1-f3 1 100 0"}));
     EXPECT_EQ(nodeListing(book, {"e2e4"}), (Lines{"e7-e5 2 50 50", "c7-c5 1 0 0"}));
@@ -148,17 +149,4 @@ TEST(BookBuilder, PliesMinimumGamesAndFullNodesLeaveMovesOut) {
     const Lines start = nodeListing(build(pgn).first, {});
     ASSERT_EQ(start.size(), 16u);
     EXPECT_EQ(start[0], "e2-e4 2 0 0"); // the most played stays
-}
-
-TEST(BookBuilder, GamesThatCannotBeReplayedAreLeftOutWhole) {
-    const auto [book, skipped] = build("1. e4 e5 2. Nf3 Nc6 (2... d6 1-0\n\n"
-                                       "[FEN \"rnbqkbnr/pppppppp/8/8 w\"]\n1. e4 1-0\n"
-                                       "1. e4 e5 2. Nf3 Nc6 3. Bb5 a6 4. Bxc6 dxc6 5. Bc4 1-0\n"
-                                       "1. e4 e6 2. d4 Bb4+ 3. Nc3 Nf6 4. Nb5 1-0\n1. d4 d5 0-1\n");
-    EXPECT_EQ(
-        skipped,
-        (Lines{"game 1: malformed PGN: variation without its closing parenthesis",
-               "game 2: bad FEN tag: the FEN tag is not a position the engine accepts",
-               "game 3: no such move: ply 9 \"Bc4\"", "game 4: illegal move: ply 7 \"Nb5\""}));
-    EXPECT_EQ(nodeListing(book, {}), Lines{"d2-d4 1 0 100"});
 }

@@ -2,12 +2,11 @@
 // complete records of a damaged file.
 #include "book/opening_book.h"
 
-#include <cstdio>
-#include <cstdlib>
+#include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
-#include <unistd.h>
+#include <random>
 
 namespace {
 
@@ -64,15 +63,17 @@ TEST(BookFile, SavedBytesAreSortedAndReadBack) {
             book.insertBookMove(std::uint32_t(THREE_NODES[n].key),
                                 std::uint32_t(THREE_NODES[n].key >> 32), m->move, m->count,
                                 m->whitePercent, m->blackPercent);
-    char path[] = "/tmp/pellix-book-XXXXXX";
-    ::close(mkstemp(path));
-    ASSERT_TRUE(book.saveBook(path));
-    std::ifstream in(path, std::ios::binary);
+    const std::filesystem::path file = std::filesystem::temp_directory_path() /
+                                       ("pellix-book-" + std::to_string(std::random_device{}()));
+    const std::string path = file.string();
+    ASSERT_TRUE(book.saveBook(path.c_str()));
+    std::ifstream in(file, std::ios::binary);
     EXPECT_EQ(Bytes(std::istreambuf_iterator<char>(in), {}), bookImage(THREE_NODES));
+    in.close();
     OpeningBook loaded;
-    ASSERT_TRUE(loaded.loadBook(path));
+    ASSERT_TRUE(loaded.loadBook(path.c_str()));
     EXPECT_EQ(imageOf(loaded), bookImage(THREE_NODES));
-    std::remove(path);
+    std::filesystem::remove(file);
     EXPECT_FALSE(book.saveBook("/nonexistent/book.bin"));
     EXPECT_FALSE(loaded.loadBook("/nonexistent/book.bin"));
 }

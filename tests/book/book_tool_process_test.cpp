@@ -11,8 +11,8 @@ std::string bookTool(const std::string& pgn, const std::string& commands) {
     std::string script = "( cat > g.pgn";
     for (std::size_t start = 0, end; start < commands.size(); start = end + 1) {
         end = std::min(commands.find('\n', start), commands.size());
-        script += "; " + std::string(PELLIX_BOOK_BINARY) + " " +
-                  commands.substr(start, end - start) + " 2>&1; echo status $?";
+        script += "; " + programCommand("pellix-book") + " " + commands.substr(start, end - start) +
+                  " 2>&1; echo status $?";
     }
     return runProcess(script + "; ls *.bin *.pgn 2>/dev/null )", pgn).output;
 }
