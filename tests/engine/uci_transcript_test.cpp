@@ -11,6 +11,7 @@
 namespace {
 
 constexpr Millis PROMPT{2000};  // a reply that should come at once
+constexpr Millis POLLED{500};   // a reply the search gives at its next poll
 constexpr Millis SEARCH{20000}; // a short search, with room for a slow sanitizer build
 
 void startUci(EngineProcess& engine) {
@@ -116,11 +117,11 @@ TEST(UciSearch, CommandsDuringASearch) {
     engine.send("isready");
     engine.send("go depth 1");
     std::vector<std::string> seen;
-    ASSERT_TRUE(engine.waitFor("readyok", PROMPT, &seen));
+    ASSERT_TRUE(engine.waitFor("readyok", POLLED, &seen));
     for (const std::string& line : seen)
         EXPECT_EQ(line.rfind("bestmove", 0), std::string::npos);
     engine.send("stop");
-    std::optional<std::string> best = engine.waitFor("bestmove ", PROMPT);
+    std::optional<std::string> best = engine.waitFor("bestmove ", POLLED);
     ASSERT_TRUE(best);
     EXPECT_TRUE(isLegalMove(moveOfLine(*best), START_FEN)) << *best;
     engine.send("isready");
@@ -142,4 +143,25 @@ TEST(UciSearch, CommandsDuringASearch) {
     engine.send("quit");
     ASSERT_TRUE(engine.waitFor("bestmove ", PROMPT));
     EXPECT_EQ(engine.waitExit(PROMPT), 1);
+}
+
+// The book is read through a pellix.ini with Windows line ends: the first move comes from it
+// at once, without a search report. Out of the book, a move on a clock of one second comes
+// well inside that second, after its reports.
+TEST(UciSearch, BookMoveThenAMoveOnTheClock) {
+    EngineProcess engine(
+        "[Engine]\r\nHash=16\r\nBook=1\r\nBookFile=" + std::string(PELLIX_OPENING_BOOK) + "\r\n");
+    startUci(engine);
+    std::vector<std::string> seen;
+    EXPECT_TRUE(
+        isLegalMove(bestMove(engine, "isready", "go wtime 60000 btime 60000", &seen), START_FEN));
+    EXPECT_EQ(seen, (std::vector<std::string>{"readyok", seen.back()})) << "not a book move";
+
+    const auto start = std::chrono::steady_clock::now();
+    seen.clear();
+    const std::string fen = "r1bq1rk1/pp2bppp/2n1pn2/3p4/2PP4/2N1PN2/PP3PPP/R2QKB1R w KQ - 0 8";
+    EXPECT_TRUE(isLegalMove(
+        bestMove(engine, "position fen " + fen, "go wtime 1000 btime 1000", &seen), fen));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, Millis(1000));
+    EXPECT_GT(seen.size(), 1u) << "no search report";
 }

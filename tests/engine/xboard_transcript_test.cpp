@@ -11,6 +11,7 @@ namespace {
 
 constexpr Millis PROMPT{2000};
 constexpr Millis SEARCH{20000};
+constexpr Millis POLLED{500}; // a reply the search gives at its next poll
 
 void startXboard(EngineProcess& engine) {
     ASSERT_EQ(engine.readLine(PROMPT), "Pellix 1.1b by Anselm KORVEL");
@@ -24,10 +25,10 @@ void startXboard(EngineProcess& engine) {
 
 // Sends a ping and answers the lines that came before its pong, which proves that every
 // earlier command has been handled.
-std::vector<std::string> sync(EngineProcess& engine, int n) {
+std::vector<std::string> sync(EngineProcess& engine, int n, Millis timeout = SEARCH) {
     engine.send("ping " + std::to_string(n));
     std::vector<std::string> seen;
-    EXPECT_TRUE(engine.waitFor("pong " + std::to_string(n), SEARCH, &seen));
+    EXPECT_TRUE(engine.waitFor("pong " + std::to_string(n), timeout, &seen));
     if (!seen.empty())
         seen.pop_back();
     return seen;
@@ -125,7 +126,7 @@ TEST(XboardSearch, CommandsDuringASearch) {
     engine.send("go");
     std::this_thread::sleep_for(Millis(300));
     for (int n : {9, 10}) {
-        for (const std::string& line : sync(engine, n))
+        for (const std::string& line : sync(engine, n, POLLED))
             EXPECT_EQ(line.rfind("move", 0), std::string::npos);
         engine.send("force");
     }

@@ -37,10 +37,18 @@ int main(int argc, char** argv) {
     startup.hStdInput  = readEnd;
     startup.hStdOutput = GetStdHandle(STD_OUTPUT_HANDLE);
     startup.hStdError  = GetStdHandle(STD_ERROR_HANDLE);
+    // The program lives no longer than the relay: a test that gives up on it kills the relay,
+    // and an engine that has lost its input keeps waiting, as it should, forever.
+    const HANDLE job = CreateJobObjectA(nullptr, nullptr);
+    JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
+    limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
+    SetInformationJobObject(job, JobObjectExtendedLimitInformation, &limits, sizeof limits);
     PROCESS_INFORMATION child{};
-    if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
-                        &startup, &child))
+    if (!CreateProcessA(nullptr, command.data(), nullptr, nullptr, TRUE, CREATE_SUSPENDED, nullptr,
+                        nullptr, &startup, &child))
         return 127;
+    AssignProcessToJobObject(job, child.hProcess);
+    ResumeThread(child.hThread);
     CloseHandle(readEnd);
     CreateThread(nullptr, 0, copyInput, writeEnd, 0, nullptr);
     WaitForSingleObject(child.hProcess, INFINITE);
