@@ -6,19 +6,27 @@
 #include <fstream>
 #include <poll.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 
+namespace {
+
+Millis leftUntil(std::chrono::steady_clock::time_point deadline) {
+    return std::max(
+        Millis(0), std::chrono::duration_cast<Millis>(deadline - std::chrono::steady_clock::now()));
+}
+
+} // namespace
+
 EngineProcess::EngineProcess(const std::string& iniText, const std::string& command) {
-    std::signal(SIGPIPE, SIG_IGN); // writing to an engine that has quit must not kill the test
+    std::signal(SIGPIPE, SIG_IGN); // writing to a program that has quit must not kill the test
     char dir[] = "/tmp/pellix-engine-XXXXXX";
-    if (!mkdtemp(dir))
+    int toEngine[2], fromEngine[2];
+    if (!mkdtemp(dir) || pipe(toEngine) != 0 || pipe(fromEngine) != 0)
         return;
     scratch = dir;
     if (!iniText.empty())
         std::ofstream(scratch + "/pellix.ini") << iniText;
-    int toEngine[2], fromEngine[2];
-    if (pipe(toEngine) != 0 || pipe(fromEngine) != 0)
-        return;
     pid = fork();
     if (pid == 0) {
         dup2(toEngine[0], 0);
@@ -52,8 +60,7 @@ EngineProcess::~EngineProcess() {
 }
 
 void EngineProcess::sendRaw(const std::string& bytes) {
-    std::size_t done = 0;
-    while (input >= 0 && done < bytes.size()) {
+    for (std::size_t done = 0; input >= 0 && done < bytes.size();) {
         const ssize_t n = write(input, bytes.data() + done, bytes.size() - done);
         if (n <= 0)
             break;
@@ -78,20 +85,12 @@ std::optional<std::string> EngineProcess::readLine(Millis timeout) {
                 line.pop_back(); // a Windows line end
             return line;
         }
-        const auto left =
-            std::chrono::duration_cast<Millis>(deadline - std::chrono::steady_clock::now());
-        if (output < 0 || left.count() < 0)
-            return std::nullopt;
         pollfd fd{output, POLLIN, 0};
-        if (poll(&fd, 1, int(left.count())) <= 0)
-            return std::nullopt;
         char chunk[4096];
-        const ssize_t n = read(output, chunk, sizeof chunk);
-        if (n <= 0) {
-            close(output);
-            output = -1;
+        ssize_t n = 0;
+        if (output < 0 || poll(&fd, 1, int(leftUntil(deadline).count())) <= 0 ||
+            (n = read(output, chunk, sizeof chunk)) <= 0)
             return std::nullopt;
-        }
         buffered.append(chunk, std::size_t(n));
     }
 }
@@ -99,33 +98,27 @@ std::optional<std::string> EngineProcess::readLine(Millis timeout) {
 std::optional<std::string> EngineProcess::waitFor(const std::string& prefix, Millis timeout,
                                                   std::vector<std::string>* seen) {
     const auto deadline = std::chrono::steady_clock::now() + timeout;
-    for (;;) {
-        const auto left =
-            std::chrono::duration_cast<Millis>(deadline - std::chrono::steady_clock::now());
-        std::optional<std::string> line = readLine(left.count() > 0 ? left : Millis(0));
-        if (!line)
-            return std::nullopt;
+    while (std::optional<std::string> line = readLine(leftUntil(deadline))) {
         if (seen)
             seen->push_back(*line);
         if (line->rfind(prefix, 0) == 0)
             return line;
     }
+    return std::nullopt;
 }
 
 int EngineProcess::waitExit(Millis timeout) {
-    if (pid <= 0)
-        return status;
     const auto deadline = std::chrono::steady_clock::now() + timeout;
-    for (;;) {
-        int raw          = 0;
-        const pid_t done = waitpid(pid, &raw, WNOHANG);
-        if (done == pid) {
+    while (pid > 0) {
+        int raw = 0;
+        if (waitpid(pid, &raw, WNOHANG) == pid) {
             status = WIFEXITED(raw) ? WEXITSTATUS(raw) : 128 + WTERMSIG(raw);
             pid    = -1;
-            return status;
-        }
-        if (std::chrono::steady_clock::now() >= deadline)
+        } else if (std::chrono::steady_clock::now() >= deadline) {
             return -1;
-        usleep(5000);
+        } else {
+            std::this_thread::sleep_for(Millis(5));
+        }
     }
+    return status;
 }

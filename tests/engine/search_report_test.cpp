@@ -27,20 +27,14 @@ std::string uci(int depth, const PrincipalVariation& pv, std::uint64_t nodes, do
 
 } // namespace
 
+// Mates are counted in whole moves for both sides; other scores pass unchanged.
 TEST(SearchReport, MateInMovesCountsWholeMoves) {
-    struct Case {
-        int score, moves;
-    };
-    for (Case c : {Case{-31993, 4},
-                   {31999, 1},
-                   {31993, 4},
-                   {-32000, 0},
-                   {31744, 128},
-                   {-31744, 128},
-                   {31743, 31743},
-                   {-35, -35},
-                   {0, 0}})
-        EXPECT_EQ(mateInMoves(c.score), c.moves) << c.score;
+    // clang-format off
+    const int cases[][2] = {{-31993, 4}, {31999, 1}, {31993, 4}, {-32000, 0}, {31744, 128},
+                            {-31744, 128}, {31743, 31743}, {-35, -35}};
+    // clang-format on
+    for (const auto& [score, moves] : cases)
+        EXPECT_EQ(mateInMoves(score), moves) << score;
 }
 
 TEST(SearchReport, UciInfoLines) {
