@@ -34,13 +34,13 @@ std::string withoutCarriageReturns(std::string text) {
 }
 
 ProcessResult runProcess(const std::string& command, const std::string& input,
-                         const std::string& iniText) {
+                         const ScratchFiles& files) {
     char dir[] = "/tmp/pellix-test-XXXXXX";
     if (!mkdtemp(dir))
         return {"", -1};
     const std::string scratch = dir;
-    if (!iniText.empty())
-        std::ofstream(scratch + "/pellix.ini") << iniText;
+    for (const auto& [name, text] : files)
+        std::ofstream(scratch + "/" + name, std::ios::binary) << text;
     std::ofstream(scratch + "/input.txt") << input;
     const std::string full = "cd " + scratch + " && " + command + " < input.txt";
     ProcessResult result{"", -1};

@@ -5,6 +5,8 @@
 #pragma once
 
 #include <string>
+#include <utility>
+#include <vector>
 
 struct ProcessResult {
     std::string output; // standard output, with Windows line ends made plain
@@ -17,9 +19,12 @@ std::string programCommand(const std::string& name);
 // True when the programs under test are the Windows build's.
 bool testingWindowsBuild();
 
-// Runs `command` through the shell in an empty scratch directory (so no pellix.ini is found
-// unless the test writes one there), feeding `input` to its standard input.
+// Files for the scratch directory: name and contents.
+using ScratchFiles = std::vector<std::pair<std::string, std::string>>;
+// Runs `command` through the shell in a scratch directory holding `files` and nothing else
+// (so no pellix.ini is found unless the test gives one), feeding `input` to its standard
+// input.
 ProcessResult runProcess(const std::string& command, const std::string& input = "",
-                         const std::string& iniText = "");
+                         const ScratchFiles& files = {});
 // Drops the carriage return of every CR LF.
 std::string withoutCarriageReturns(std::string text);

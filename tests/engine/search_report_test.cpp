@@ -27,16 +27,6 @@ std::string uci(int depth, const PrincipalVariation& pv, std::uint64_t nodes, do
 
 } // namespace
 
-// Mates are counted in whole moves for both sides; other scores pass unchanged.
-TEST(SearchReport, MateInMovesCountsWholeMoves) {
-    // clang-format off
-    const int cases[][2] = {{-31993, 4}, {31999, 1}, {31993, 4}, {-32000, 0}, {31744, 128},
-                            {-31744, 128}, {31743, 31743}, {-35, -35}};
-    // clang-format on
-    for (const auto& [score, moves] : cases)
-        EXPECT_EQ(mateInMoves(score), moves) << score;
-}
-
 TEST(SearchReport, UciInfoLines) {
     EXPECT_EQ(uci(6, lineOf(35, {E2E4, E7E5}), 120000, 250000),
               "info depth 6 score cp 35 time 250 nodes 120000 nps 480000 pv e2e4 e7e5 ");

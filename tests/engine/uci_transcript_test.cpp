@@ -31,6 +31,19 @@ std::string bestMove(EngineProcess& engine, const std::string& position, const c
 
 } // namespace
 
+// The first line chooses the protocol: anything but "uci" or "xboard" ends the program after
+// the banner, empty lines do not decide, and once XBoard is chosen "uci" is no command.
+TEST(UciSession, FirstLineChoosesTheProtocol) {
+    for (const char* first : {"hello\nuci\n", "isready\n", "uci \n", "XBOARD\n"})
+        EXPECT_EQ(runProcess(programCommand("pellix"), first).output,
+                  "Pellix 1.1b by Anselm KORVEL\n")
+            << first;
+    const ProcessResult r = runProcess(programCommand("pellix"), "\n\nxboard\nuci\nping 3\nquit\n",
+                                       {{"pellix.ini", SMALL_ENGINE_INI}});
+    EXPECT_EQ(r.output.substr(r.output.size() - 7), "pong 3\n") << r.output;
+    EXPECT_EQ(r.status, 1);
+}
+
 TEST(UciSession, HandshakeIsExactlyThreeLinesAndQuitExitsWithOne) {
     EngineProcess engine;
     ASSERT_EQ(engine.readLine(PROMPT), "Pellix 1.1b by Anselm KORVEL");

@@ -43,10 +43,12 @@ std::string reply(EngineProcess& engine, const std::string& line) {
 
 } // namespace
 
-// In force mode a move is played without a reply, and "uci" is no command here; "go" then
-// makes the engine move for the side to move, here Black, and out of force mode every move
-// of the opponent is answered.
-TEST(XboardSession, ForceMoveThenGo) {
+// In force mode a move is played without a reply, and "uci" is no command here; "go" makes
+// the engine move for the side to move, and out of force mode every move of the opponent is
+// answered, an illegal one too (for the side to move, the move being refused without a
+// word). "setboard" sets a position, here one where White has a single move; a bad one and
+// lines that are no command change and say nothing.
+TEST(XboardSession, MovesForceGoAndSetboard) {
     EngineProcess engine;
     startXboard(engine);
     engine.send("sd 2");
@@ -54,37 +56,22 @@ TEST(XboardSession, ForceMoveThenGo) {
     engine.send("e2e4");
     engine.send("uci");
     EXPECT_TRUE(sync(engine, 1).empty());
-    const std::string black = reply(engine, "go");
-    EXPECT_TRUE(isLegalMove(black, START_FEN, {"e2e4"})) << black;
-    const std::vector<std::string> legal = legalMoveTexts(START_FEN, {"e2e4", black});
-    ASSERT_FALSE(legal.empty());
-    EXPECT_TRUE(
-        isLegalMove(reply(engine, legal.front()), START_FEN, {"e2e4", black, legal.front()}));
-    engine.send("quit");
-    EXPECT_EQ(engine.waitExit(PROMPT), 1);
-}
+    std::vector<std::string> game        = {"e2e4", reply(engine, "go")};
+    const std::vector<std::string> legal = legalMoveTexts(START_FEN, game);
+    ASSERT_FALSE(legal.empty()) << game.back();
+    game.push_back(legal.front());
+    game.push_back(reply(engine, legal.front()));
+    EXPECT_TRUE(isLegalMove(game.back(), START_FEN, {game.begin(), game.end() - 1}));
+    EXPECT_TRUE(isLegalMove(reply(engine, "e2e5"), START_FEN, game));
 
-// An illegal move is refused without a word and the engine moves for the side to move;
-// "undo" takes back the last move; "setboard" sets a position, here one where White has a
-// single legal move, and a bad one is ignored. Lines that are no command say nothing.
-TEST(XboardSession, IllegalMovesUndoAndSetboard) {
-    EngineProcess engine;
-    startXboard(engine);
-    engine.send("sd 1");
-    EXPECT_TRUE(isLegalMove(reply(engine, "e2e5"), START_FEN));
-    engine.send("new");
-    engine.send("sd 1");
-    engine.send("force");
-    engine.send("e2e4");
-    engine.send("undo");
-    EXPECT_TRUE(isLegalMove(reply(engine, "go"), START_FEN));
     engine.send("force");
     engine.send("setboard 7k/8/8/8/1q6/8/8/K7 w - - 0 1");
-    engine.send("setboard not a fen");
-    engine.send("hint");
-    engine.send("result 1-0 {White mates}");
+    for (const char* junk : {"setboard not a fen", "hint", "result 1-0 {White mates}"})
+        engine.send(junk);
     EXPECT_TRUE(sync(engine, 3).empty());
     EXPECT_EQ(reply(engine, "go"), "a1a2");
+    engine.send("quit");
+    EXPECT_EQ(engine.waitExit(PROMPT), 1);
 }
 
 // The time controls reach the search: a fixed depth reports exactly that many iterations,
