@@ -7,42 +7,21 @@
 const char* const KIWIPETE_FEN =
     "r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq - 0 1";
 
-namespace {
-
-// The lines of a data file, each as its words.
-std::vector<std::istringstream> linesOf(const std::string& name) {
-    std::ifstream in(std::string(PELLIX_DATA_DIR) + "/" + name);
-    std::vector<std::istringstream> lines;
-    for (std::string line; std::getline(in, line);)
-        lines.emplace_back(line);
-    return lines;
-}
-
-// The four fields of an EPD position, completed with "0 1" counters; empty if there are not
-// four.
-std::string fenOf(std::istream& words) {
-    std::string placement, side, castle, ep;
-    words >> placement >> side >> castle >> ep;
-    return words ? placement + " " + side + " " + castle + " " + ep + " 0 1" : "";
-}
-
-} // namespace
-
 std::vector<PerftCase> loadPerftSuite(const std::string& name) {
     std::vector<PerftCase> suite;
-    for (std::istringstream& words : linesOf(name)) {
-        std::string word;
+    std::ifstream in(std::string(PELLIX_DATA_DIR) + "/" + name);
+    for (std::string line, word, side, castle, ep; std::getline(in, line);) {
+        std::istringstream words(line);
         std::size_t depth;
-        std::uint64_t count;
         if (!(words >> word) || (suite.empty() && word != "id"))
             continue;
         if (word == "id")
             words >> suite.emplace_back().id;
-        else if (word == "epd")
-            suite.back().fen = fenOf(words);
-        else if (word == "perft" && words >> depth >> count && depth > 0) {
+        else if (word == "epd" && words >> word >> side >> castle >> ep)
+            suite.back().fen = word + " " + side + " " + castle + " " + ep + " 0 1";
+        else if (word == "perft" && words >> depth && depth > 0) {
             suite.back().counts.resize(std::max(suite.back().counts.size(), depth));
-            suite.back().counts[depth - 1] = count;
+            words >> suite.back().counts[depth - 1];
         }
     }
     EXPECT_GE(suite.size(), name == "tricky.perft" ? 19u : 6838u) << "cases read from " << name;
@@ -52,13 +31,11 @@ std::vector<PerftCase> loadPerftSuite(const std::string& name) {
 bool hasStandardCastling(const std::string& fen) {
     auto board = boardFrom(fen);
     // Rights K, Q, k, q: the king on e1 or e8 and the rook on its corner.
-    for (int right = 0; right < 4; ++right) {
-        const Color side  = right < 2 ? WHITE : BLACK;
-        const Square king = side == WHITE ? 4 : 60, rook = right % 2 ? king - 4 : king + 3;
-        if ((board->castleRights >> right & 1) &&
-            !(board->bbPiece[side][KING] & bit(king) && board->bbPiece[side][ROOK] & bit(rook)))
+    const Square kings[] = {4, 4, 60, 60}, rooks[] = {7, 0, 63, 56};
+    for (int r = 0; r < 4; ++r)
+        if ((board->castleRights >> r & 1) && !(board->bbPiece[r / 2][KING] & bit(kings[r]) &&
+                                                board->bbPiece[r / 2][ROOK] & bit(rooks[r])))
             return false;
-    }
     return true;
 }
 

@@ -11,14 +11,14 @@
 
 extern const char* const KIWIPETE_FEN;
 
-// The loaders fail the test that called them when they read fewer cases than the file holds
-// (a missing, truncated or renamed file), so no test passes by looping over nothing.
 struct PerftCase {
     std::string id;
     std::string fen;                   // with counters, ready for setPosition
     std::vector<std::uint64_t> counts; // counts[d - 1] = leaves at depth d
 };
-// A perft suite: "id", "epd" and "perft DEPTH COUNT" lines.
+// A perft suite of "id", "epd" and "perft DEPTH COUNT" lines. The test that loads it fails
+// when fewer cases are read than the file holds (a missing, truncated or renamed file), so
+// no test passes by looping over nothing.
 std::vector<PerftCase> loadPerftSuite(const std::string& name);
 // False for the suites' Chess960 positions (rights for a rook off its corner or a king off
 // the e-file), which the engine does not play.

@@ -1,8 +1,9 @@
-// The evaluation as a whole: colour symmetry over many positions, the endgame draw and the
-// lazy exit.
+// The evaluation: colour symmetry over many positions, the endgame draw, the lazy exit, and
+// the terms as relations.
 #include "test_support.h"
 
 #include <gtest/gtest.h>
+#include <tuple>
 
 namespace {
 
@@ -16,6 +17,12 @@ bool kingOnShelterBound(const ChessBoard& board) {
 
 int fullEval(ChessBoard& board) {
     return board.evaluate(-INFINITE_SCORE, INFINITE_SCORE, 0);
+}
+
+int groupSum(const char* fen, EvalGroup group, Color colour) {
+    EvalTerms terms;
+    boardFrom(fen)->evaluateTerms(terms);
+    return terms.sum[group][colour];
 }
 
 } // namespace
@@ -69,11 +76,42 @@ TEST(Evaluate, LazyExitAnswersTheMaterialOutsideTheWindow) {
     auto board = boardFrom("r1bqkbn1/pppp1ppp/2n5/4p3/2B1P3/5N2/PPPP1PPP/RNBQK2R w KQq - 0 1");
     const int material = 500, full = fullEval(*board); // White is a rook up
     ASSERT_NE(full, material);
-    const int cases[][4] = {{0, 300, 1, material},
-                            {700, 900, 1, material},
-                            {0, 301, 1, full},
-                            {0, 300, 0, full},
-                            {0, 300, 2, full}};
+    // clang-format off
+    const int cases[][4] = {{0, 300, 1, material}, {700, 900, 1, material}, {0, 301, 1, full},
+                            {0, 300, 0, full}, {0, 300, 2, full}};
+    // clang-format on
     for (const auto& c : cases)
         EXPECT_EQ(board->evaluate(c[0], c[1], c[2]), c[3]) << c[0] << " " << c[1] << " " << c[2];
+}
+
+// One change on the board makes one group better or worse for one colour, or leaves it as it
+// was. Weights are free to change; signs and the conditions under which a term applies are
+// not. Every position leaves the side to move mating material, so that no endgame draw zeroes
+// the groups.
+TEST(EvalTerms, EachChangeMovesItsGroupTheRightWay) {
+    enum Effect { WORSE = -1, SAME = 0, BETTER = 1 };
+    const char* const home = "rq2k2r/pppppppp/8/8/8/8/5PPP/RQ3RK1 w - - 0 1";
+    const std::tuple<const char*, const char*, EvalGroup, Color, Effect, const char*> cases[] = {
+        {"4k3/2p5/8/8/8/8/2P5/4K3 w - - 0 1", "4k3/2p5/8/8/8/2P5/2P5/4K3 w - - 0 1", GROUP_PAWNS,
+         WHITE, WORSE, "a doubled pawn"},
+        {"6k1/8/8/8/8/8/3P4/3R2K1 w - - 0 1", "6k1/3p4/8/8/8/8/8/3R2K1 w - - 0 1", GROUP_PLACEMENT,
+         WHITE, BETTER, "a rook on a half-open file"},
+        {"4k3/8/8/8/8/8/8/2B1KN2 w - - 0 1", "4k3/8/8/8/8/8/8/2B1KB2 w - - 0 1", GROUP_MATERIAL,
+         WHITE, BETTER, "the bishop pair"},
+        {"4k3/B6p/8/8/8/8/8/4K3 b - - 0 1", "4k3/B6p/1p6/8/8/8/8/4K3 b - - 0 1", GROUP_DEVELOPMENT,
+         WHITE, WORSE, "a bishop trapped on a7"},
+        {"4k3/8/8/8/8/8/8/3QK3 w - - 0 1", "4k3/3Q4/8/8/8/8/8/4K3 w - - 0 1", GROUP_TROPISM, WHITE,
+         BETTER, "a queen next to the enemy king"},
+        {"4k3/8/8/8/8/8/8/N3K2R w - - 0 1", "4k3/8/8/8/2p5/8/8/N3K2R w - - 0 1",
+         GROUP_SAFE_MOBILITY, WHITE, WORSE, "a square covered by an enemy pawn"},
+        {home, "rq2k2r/pppppppp/8/8/8/7P/5PP1/RQ3RK1 w - - 0 1", GROUP_SHELTER, WHITE, WORSE,
+         "a shelter pawn one step up"},
+        {home, "4k3/8/8/8/8/8/5PP1/R5K1 w - - 0 1", GROUP_SHELTER, WHITE, SAME,
+         "no shelter in the endgame"},
+    };
+    for (const auto& [before, after, group, colour, effect, why] : cases) {
+        const int change = groupSum(after, group, colour) - groupSum(before, group, colour);
+        EXPECT_EQ((change > 0) - (change < 0), int(effect))
+            << why << ": " << evalGroupNames[group] << " changes by " << change;
+    }
 }

@@ -1,9 +1,10 @@
-// The full-width, root and capture searches: mate and draw scores, mate scores in the table,
-// and a board left as found at every stop.
+// The full-width and root searches: mate and draw scores, mate scores in the table, a board
+// left as found at every stop; the time budgets; and the transposition table itself.
 #include "search/search_node.h"
 #include "search_test_board.h"
 #include "test_support.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <tuple>
 
@@ -26,26 +27,40 @@ int searchAt(RecordingBoard& board, int plies, int ply, std::uint8_t type,
     return board.search(plies * ONE_PLY, ply * MOVE_STRIDE, alpha, beta, pv, true, ply);
 }
 
+// Everything a search may touch and must restore: the position with its history records, the
+// repetition stack and the game record.
+bool sameBoard(const ChessBoard& a, const ChessBoard& b) {
+    const auto sameEntry = [](const RepetitionEntry& x, const RepetitionEntry& y) {
+        return x.key == y.key && x.irreversible == y.irreversible;
+    };
+    return samePosition(a, b) && a.checkConsistency().empty() &&
+           a.gameMoveCount == b.gameMoveCount && a.repetitionTop == b.repetitionTop &&
+           std::equal(a.repetitionStack, a.repetitionStack + a.repetitionTop, b.repetitionStack,
+                      sameEntry);
+}
+
 } // namespace
 
+// Mates are found with their distance; a side that is mated or stalemated scores so and
+// sends no move (the move hook still runs, with none).
 TEST(Search, FindsMatesWithTheirDistance) {
-    const std::tuple<const char*, const char*, int> mates[] = {
-        {"2rr3k/pp3pp1/1nnqbN1p/3pN3/2pP4/2P3Q1/PPB4P/R4RK1 w - - 0 1", "g3g6", 3},
-        {"r3k2r/pbp2pp1/3b1n2/1p6/3P3p/1B2N1Pq/PP1PQP1P/R1B2RK1 b kq - 0 1", "h3h2", 5},
+    const std::tuple<const char*, const char*, int, int> cases[] = {
+        {"2rr3k/pp3pp1/1nnqbN1p/3pN3/2pP4/2P3Q1/PPB4P/R4RK1 w - - 0 1", "g3g6", 5, MATE_SCORE - 3},
+        {"r3k2r/pbp2pp1/3b1n2/1p6/3P3p/1B2N1Pq/PP1PQP1P/R1B2RK1 b kq - 0 1", "h3h2", 7,
+         MATE_SCORE - 5},
+        {"R5k1/5ppp/8/8/8/8/8/6K1 b - - 0 1", nullptr, 3, -MATE_SCORE},
+        {"7k/5Q2/6K1/8/8/8/8/8 b - - 0 1", nullptr, 3, 0},
     };
-    for (const auto& [fen, move, matedAtPly] : mates) {
+    for (const auto& [fen, move, depth, score] : cases) {
         auto board          = searchBoard(fen);
-        const Move expected = findMove(*board, move);
-        thinkToDepth(*board, matedAtPly + 2);
-        EXPECT_EQ(board->lastMove, expected) << fen;
-        EXPECT_EQ(board->reports.back().score, MATE_SCORE - matedAtPly) << fen;
+        const Move expected = move ? findMove(*board, move) : NO_MOVE;
+        board->sentMove     = 0xDEAD;
+        thinkToDepth(*board, depth);
+        EXPECT_TRUE(board->sentMove == expected && board->lastMove == expected) << fen;
+        ASSERT_FALSE(board->reports.empty()) << fen;
+        EXPECT_EQ(board->reports.back().score, score) << fen;
+        EXPECT_TRUE(move || board->gameStatus == (score ? STATUS_MATE : STATUS_STALEMATE)) << fen;
     }
-    auto mated = searchBoard("R5k1/5ppp/8/8/8/8/8/6K1 b - - 0 1");
-    EXPECT_EQ(searchRootAt(*mated, 3), -MATE_SCORE);
-    EXPECT_EQ(mated->gameStatus, STATUS_MATE);
-    auto stalemated = searchBoard("7k/5Q2/6K1/8/8/8/8/8 b - - 0 1");
-    EXPECT_EQ(searchRootAt(*stalemated, 3), 0);
-    EXPECT_EQ(stalemated->gameStatus, STATUS_STALEMATE);
 }
 
 // The table keeps a mate score as the node that found it returned it, and hands it back
@@ -85,42 +100,78 @@ TEST(Search, RepetitionAndFiftyMovesAreDraws) {
 }
 
 // Searches stopped by node limits at many awkward moments leave the position, its history,
-// the repetition stack and the game record exactly as they were; a node limit is met exactly.
+// the repetition stack and the game record exactly as a board that never searched. A node
+// limit is met exactly; each completed depth is reported once and in order (an aspiration
+// failure repeats its depth silently), and the move played is the last line's.
 TEST(Search, LeavesTheBoardAsItFoundItAtEveryStop) {
     const auto suite = loadPerftSuite("tricky.perft");
     for (std::size_t i = 0; i < suite.size(); i += 3) {
-        if (!hasStandardCastling(suite[i].fen))
+        const std::string& fen = suite[i].fen;
+        if (!hasStandardCastling(fen))
             continue;
-        auto board = searchBoard(suite[i].fen);
-        const BoardSnapshot before(*board);
+        auto board = searchBoard(fen), untouched = searchBoard(fen);
         for (std::int64_t limit : {1, 2, 7, 61, 500, 3001}) {
             board->setTimeMode(TIME_NODES, limit);
             searchRootAt(*board, 5);
-            ASSERT_TRUE(before.matches(*board)) << suite[i].fen << " limit " << limit;
+            ASSERT_TRUE(sameBoard(*board, *untouched)) << fen << " limit " << limit;
         }
         board->setTimeMode(TIME_NODES, 2000);
         board->think();
         EXPECT_EQ(board->nodeCount, 2000u);
         ASSERT_FALSE(board->reports.empty());
+        for (std::size_t d = 0; d < board->reports.size(); ++d)
+            EXPECT_EQ(board->reports[d].depth, int(d) + 1) << fen;
         EXPECT_EQ(board->sentMove, board->reports.back().line.at(0));
         board->takeBackGameMove();
-        EXPECT_TRUE(before.matches(*board)) << suite[i].fen;
+        EXPECT_TRUE(sameBoard(*board, *untouched)) << fen;
     }
 }
 
-// Quiescence stands pat at once above beta, and never searches a capture the ordering marks
-// as losing, while it does take the same pawn undefended.
-TEST(Search, QuiescenceStandsPatAndSkipsLosingCaptures) {
-    const std::tuple<const char*, int, bool> cases[] = {
-        {"4k3/8/8/8/8/8/8/Q3K3 w - - 0 1", 100, false},
-        {"4k3/8/2p5/3p4/8/8/8/3QK3 w - - 0 1", INFINITE_SCORE, false},
-        {"4k3/8/8/3p4/8/8/8/3QK3 w - - 0 1", INFINITE_SCORE, true}};
-    for (const auto& [fen, beta, searchesOn] : cases) {
-        auto board = searchBoard(fen);
-        board->resetSearchTables();
-        const int score    = board->quiesce(1, MOVE_STRIDE, -INFINITE_SCORE, beta, true);
-        const int standPat = board->evaluate(-INFINITE_SCORE, INFINITE_SCORE, 0);
-        EXPECT_EQ(board->nodeCount > 1, searchesOn) << fen;
-        EXPECT_TRUE(searchesOn || score == std::min(standPat, beta)) << fen;
+// Budgets of each time mode; in clock mode a single legal move is played after the first
+// iteration.
+TEST(TimeControl, BudgetOfEachModeAndASingleLegalMoveAtOnce) {
+    // Mode, milliseconds left, moves to go, increment, mode value, budget in microseconds.
+    const std::int64_t cases[][6] = {
+        {TIME_CLOCK, 60000, 0, 0, 0, 1500000},   {TIME_CLOCK, 60000, 0, 2000, 0, 3500000},
+        {TIME_CLOCK, 60000, 1, 0, 0, 30000000},  {TIME_CLOCK, 60000, 40, 0, 0, 1500000},
+        {TIME_CLOCK, -500, 40, 0, 0, 0},         {TIME_MOVETIME, 0, 40, 0, 2500000, 2500000},
+        {TIME_INFINITE, 0, 40, 0, 0, 0xFFFFFFFF}};
+    for (const auto& c : cases) {
+        auto board                  = searchBoard(START_FEN);
+        board->remainingTime[WHITE] = float(c[1]);
+        board->movesToGo            = int(c[2]);
+        board->increment[WHITE]     = int(c[3]);
+        board->setTimeMode(int(c[0]), c[4]);
+        board->computeTimeLimit();
+        EXPECT_EQ(board->timeLimit, std::uint32_t(c[5])) << c[0] << " " << c[1];
     }
+    auto single                  = searchBoard("k7/8/8/8/8/8/1q6/K7 w - - 0 1");
+    single->remainingTime[WHITE] = 600000;
+    single->setTimeMode(TIME_CLOCK);
+    single->think();
+    EXPECT_EQ(single->reports.size(), 1u);
+}
+
+// Sizes round up to a power of two up to 2048; stores always replace; probes match the whole
+// key; a table of no entries is never touched.
+TEST(TranspositionTable, SizingStoresAndProbes) {
+    const std::uint32_t sizes[][2] = {{0, 0},     {1, 0},       {2, 2},       {3, 4},
+                                      {100, 128}, {1025, 2048}, {2048, 2048}, {3000, 0}};
+    for (const auto& c : sizes)
+        EXPECT_EQ(roundedHashMegabytes(c[0]), c[1]) << c[0];
+    HashTable table, none;
+    ASSERT_TRUE(table.init(2) && none.init(1));
+    const std::uint64_t a = 0x123456789ABCDEF0ull, b = a ^ (std::uint64_t(1) << 40); // one slot
+    table.store(a, 77, BOUND_LOWER, 40, -31990);
+    ASSERT_NE(table.probe(a), nullptr);
+    EXPECT_EQ(table.probe(a)->move, 77u);
+    EXPECT_EQ(table.probe(a)->info, packInfo(BOUND_LOWER, 40, -31990));
+    EXPECT_EQ(infoScore(table.probe(a)->info), -31990);
+    EXPECT_EQ(table.probe(b), nullptr);
+    table.store(b, 88, BOUND_UPPER, 8, 5); // shallower, still replaces
+    EXPECT_EQ(table.probe(a), nullptr);
+    EXPECT_EQ(table.probe(b)->move, 88u);
+    none.store(a, 77, BOUND_EXACT, 40, 12);
+    EXPECT_EQ(none.probe(a), nullptr);
+    table.release();
 }

@@ -1,9 +1,9 @@
-// A test engine whose hooks record what the search hands them, and a snapshot of everything
-// a search must leave as it found it.
+// A test engine whose hooks record what the search hands them.
 #pragma once
 
 #include "tools/silent_board.h"
 
+#include <gtest/gtest.h>
 #include <memory>
 #include <string>
 #include <vector>
@@ -17,7 +17,6 @@ class RecordingBoard : public SilentBoard {
 public:
     std::vector<Report> reports;
     Move sentMove                      = NO_MOVE;
-    int commandsRead                   = 0;
     void (*onCommand)(RecordingBoard&) = nullptr; // what reading a command during a search does
 
     void sendMove() override { sentMove = bestMove; }
@@ -25,7 +24,6 @@ public:
         reports.push_back({depth, pv.scores[0], {pv.moves, pv.moves + pv.count}});
     }
     int readCommand() override {
-        ++commandsRead;
         if (onCommand)
             onCommand(*this);
         return 1;
@@ -33,18 +31,17 @@ public:
 };
 
 // A board with a 2 MB transposition table and the position set.
-std::unique_ptr<RecordingBoard> searchBoard(const std::string& fen);
+inline std::unique_ptr<RecordingBoard> searchBoard(const std::string& fen) {
+    auto board = std::make_unique<RecordingBoard>();
+    board->initTables(2);
+    board->newGame();
+    EXPECT_EQ(board->setPosition(fen.c_str()), 1) << fen;
+    return board;
+}
+
 // A fixed-depth think from a cleared table; the move is played on the board.
-void thinkToDepth(RecordingBoard& board, int depth);
-
-// Everything the search may touch and must restore: the position with its history records,
-// the repetition stack and the game record.
-struct BoardSnapshot {
-    explicit BoardSnapshot(const ChessBoard& board);
-    bool matches(const ChessBoard& board) const;
-
-    Position position;
-    std::vector<HistoryRecord> history;
-    std::vector<RepetitionEntry> repetitions;
-    int gameMoveCount;
-};
+inline void thinkToDepth(RecordingBoard& board, int depth) {
+    board.hashTable.clear();
+    board.setTimeMode(TIME_DEPTH, depth);
+    board.think();
+}

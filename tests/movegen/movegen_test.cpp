@@ -1,5 +1,9 @@
-// Move ordering: the static exchange evaluator on classic exchanges, and the order the
-// scores put the moves of the main and the capture search in.
+// Generation and ordering. Perft counts are the strongest check of generation, make and
+// unmake together, evasions included; beyond the counts, which list each kind of move comes
+// in. (The seven counters of the statistics walk and the divide rows are checked through the
+// command line; the queen first of a promotion's four, through the coordinate reader.) Then
+// the static exchange evaluator on classic exchanges, and the order the scores put the moves
+// of the main and the capture search in.
 #include "test_support.h"
 
 #include <algorithm>
@@ -31,6 +35,33 @@ int scoreOf(const char* fen, const char* move, bool captureSearch = false, bool 
 
 } // namespace
 
+TEST(Perft, TrickyPositionsToFourPlies) {
+    expectPerftCounts("tricky.perft", 4, 1);
+}
+
+TEST(Perft, ASampleOfRandomPositionsToThreePlies) {
+    expectPerftCounts("random.perft", 3, 4 * PELLIX_SAMPLE_STRIDE);
+}
+
+TEST(Generate, EachListHoldsItsOwnKindOfMove) {
+    std::vector<std::string> fens = {"1n1n1k2/2P5/8/8/8/8/8/4K3 w - - 0 1",
+                                     "4k3/8/8/2PpP3/8/8/8/4K3 w - d6 0 1"};
+    for (const PerftCase& c : loadPerftSuite("tricky.perft"))
+        fens.push_back(c.fen);
+    for (const std::string& fen : fens) {
+        auto board = boardFrom(fen);
+        MoveEntry list[MAX_GENERATED];
+        const int captures = board->generateCaptures(list);
+        const int count    = captures + board->generateQuiets(list + captures);
+        for (int i = 0; i < count; ++i)
+            EXPECT_EQ(i < captures, moveCaptured(list[i].move) || movePromotion(list[i].move))
+                << fen;
+    }
+    // A FEN's en-passant file with no pawn behind the target is not believed.
+    MoveEntry list[MAX_GENERATED];
+    EXPECT_EQ(boardFrom("4k3/8/8/2P5/8/8/8/4K3 w - d6 0 1")->generateCaptures(list), 0);
+}
+
 TEST(StaticExchange, ClassicExchanges) {
     const std::tuple<const char*, const char*, int> cases[] = {
         {LOSING, "d1d5", -875},                                    // a defended pawn
@@ -47,10 +78,12 @@ TEST(StaticExchange, ClassicExchanges) {
     }
 }
 
-// The hash move first, then the mate killer, winning captures and queen promotions, the two
-// killers of the ply, even captures, the killers of two plies back, quiet moves by history
-// (under-promotions among them), and losing captures last.
-TEST(MoveOrdering, MainSearchOrderOfTheKindsOfMove) {
+// In the main search: the hash move first, then the mate killer, winning captures and queen
+// promotions, the two killers of the ply, even captures, the killers of two plies back, quiet
+// moves by history (under-promotions among them), and losing captures last. The capture
+// search keeps winning and even captures and queen promotions, its hash move first; losing
+// captures, under-promotions and quiet moves score below zero and are cut off.
+TEST(MoveOrdering, OrderOfTheKindsOfMoveInTheMainAndTheCaptureSearch) {
     auto board = boardFrom(START_FEN);
     for (auto [killer, move] : {std::pair{&board->mateKiller[2], "b1c3"},
                                 {&board->killerMove1[2], "e2e4"},
@@ -60,28 +93,18 @@ TEST(MoveOrdering, MainSearchOrderOfTheKindsOfMove) {
         *killer = findMove(*board, move);
     board->historyTable[WHITE][8][16] = 77; // a2a3
     auto quiet                        = [&](const char* move) { return scoreOf(*board, move); };
+    // clang-format off
     const std::vector<std::vector<int>> bands = {
-        {scoreOf(*board, "g1f3", false, true)},
-        {quiet("b1c3")},
-        {scoreOf(WINNING, "e4d5"), scoreOf(PROMOTE, "e7e8q")},
-        {quiet("e2e4")},
-        {quiet("d2d4")},
-        {scoreOf(EVEN, "c3d5")},
-        {quiet("c2c4")},
-        {quiet("f2f4")},
-        {quiet("a2a3")},
-        {quiet("h2h3"), scoreOf(PROMOTE, "e7e8n")},
-        {scoreOf(LOSING, "d1d5")},
+        {scoreOf(*board, "g1f3", false, true)}, {quiet("b1c3")},
+        {scoreOf(WINNING, "e4d5"), scoreOf(PROMOTE, "e7e8q")}, {quiet("e2e4")}, {quiet("d2d4")},
+        {scoreOf(EVEN, "c3d5")}, {quiet("c2c4")}, {quiet("f2f4")}, {quiet("a2a3")},
+        {quiet("h2h3"), scoreOf(PROMOTE, "e7e8n")}, {scoreOf(LOSING, "d1d5")},
     };
+    // clang-format on
     for (std::size_t i = 1; i < bands.size(); ++i)
         EXPECT_GT(*std::min_element(bands[i - 1].begin(), bands[i - 1].end()),
                   *std::max_element(bands[i].begin(), bands[i].end()))
             << "band " << i;
-}
-
-// The capture search keeps winning and even captures and queen promotions, its hash move
-// first; losing captures, under-promotions and quiet moves score below zero and are cut off.
-TEST(MoveOrdering, CaptureSearchKeepsWinningAndEvenCapturesOnly) {
     EXPECT_GT(scoreOf(WINNING, "e4d5", true, true), scoreOf(WINNING, "e4d5", true));
     EXPECT_GT(scoreOf(WINNING, "e4d5", true), scoreOf(EVEN, "c3d5", true));
     EXPECT_GE(std::min(scoreOf(EVEN, "c3d5", true), scoreOf(PROMOTE, "e7e8q", true)), 0);

@@ -1,0 +1,270 @@
+// The book: the PGN reader's main line, SAN tokens read into legal moves, and the builder's
+// counts, percentages and limits, with games that cannot be replayed left out whole; the
+// file's bytes and order, read back; the lookup with its kept rule, which never examines the
+// ends of a book of three or more nodes; and the built book's moves played as the legal moves
+// they stand for. (Damaged files are the book-file fuzzer's.)
+#include "book/book_builder.h"
+#include "book/game_moves.h"
+#include "book/opening_book.h"
+#include "test_support.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <iterator>
+#include <random>
+#include <sstream>
+#include <tuple>
+
+namespace {
+
+using Lines = std::vector<std::string>;
+
+std::vector<PgnGame> readAll(std::string_view text) {
+    PgnReader reader(text);
+    std::vector<PgnGame> games;
+    for (PgnGame game; reader.next(game);)
+        games.push_back(game);
+    return games;
+}
+
+// The book built from `pgn`, and "game N: reason: detail" for each game left out.
+std::pair<OpeningBook, Lines> build(const std::string& pgn, BookBuildOptions options = {}) {
+    auto board = boardFrom(START_FEN);
+    BookBuilder builder(*board, options);
+    std::pair<OpeningBook, Lines> built;
+    std::string detail;
+    for (const PgnGame& game : readAll(pgn))
+        if (const SkipReason reason = builder.addGame(game, detail); reason != SKIP_NONE)
+            built.second.push_back("game " + std::to_string(game.number) + ": " +
+                                   skipReasonText(reason) + ": " + detail);
+    builder.fillBook(built.first);
+    return built;
+}
+
+// The node after `line` (coordinate moves from the initial position) as "move count white
+// black" entries joined by commas, in node order.
+std::string nodeListing(const OpeningBook& book, const Lines& line) {
+    auto board = boardFrom(START_FEN);
+    for (const std::string& move : line)
+        board->playGameMove(findMove(*board, move));
+    std::ostringstream listing;
+    const BookNode* node = book.findNode(board->hashKey);
+    for (std::uint32_t i = 0; node && i < node->moveCount; ++i) {
+        char text[16];
+        ChessBoard::moveToLongText(node->moves[i].move, text);
+        listing << (i ? ", " : "") << text << ' ' << node->moves[i].count << ' '
+                << int(node->moves[i].whitePercent) << ' ' << int(node->moves[i].blackPercent);
+    }
+    return listing.str();
+}
+
+using Bytes = std::vector<std::uint8_t>;
+struct RawNode {
+    std::uint64_t key;
+    std::vector<BookMove> moves;
+};
+
+void insert(OpeningBook& book, std::uint64_t key, const BookMove& m) {
+    book.insertBookMove(std::uint32_t(key), std::uint32_t(key >> 32), m.move, m.count,
+                        m.whitePercent, m.blackPercent);
+}
+
+// A book file built byte by byte, so that the test checks the format rather than the writer.
+Bytes bookImage(const std::vector<RawNode>& nodes) {
+    Bytes out = {'B', 'O', 'O', 'K'};
+    // Little-endian fields of the given widths in bytes.
+    auto put = [&](std::initializer_list<std::pair<std::uint64_t, int>> fields) {
+        for (auto [value, bytes] : fields)
+            for (int i = 0; i < bytes; ++i)
+                out.push_back(std::uint8_t(value >> (8 * i)));
+    };
+    put({{0x00010001, 4}, {nodes.size(), 4}});
+    for (const RawNode& node : nodes) {
+        put({{node.key, 8}, {node.moves.size(), 4}});
+        for (const BookMove& m : node.moves)
+            put({{m.move, 4}, {m.count, 4}, {m.whitePercent, 1}, {m.blackPercent, 1}});
+    }
+    return out;
+}
+
+Bytes imageOf(const OpeningBook& book) {
+    std::vector<RawNode> nodes;
+    for (const BookNode& node : book.nodes())
+        nodes.push_back({node.key(), {node.moves, node.moves + node.moveCount}});
+    return bookImage(nodes);
+}
+
+// Keys 100, 200, ... with the high word set too, so that both halves take part.
+std::uint64_t keyOf(int index) {
+    return 0x00000100'00000000 + 100 * std::uint64_t(index + 1);
+}
+
+Move choose(const OpeningBook& book, std::uint64_t key) {
+    return chooseBookMove(book, std::uint32_t(key), std::uint32_t(key >> 32));
+}
+
+} // namespace
+
+// The main line is kept and everything else read past (an escape line right behind the
+// byte-order mark too, where tools put one); without a termination marker a game ends where
+// the next tags begin. A malformed game is reported and the next one read.
+TEST(PgnReader, KeepsTheMainLineOfEachGame) {
+    const std::vector<PgnGame> games = readAll(
+        "\xEF\xBB\xBF% exported 1. c4\n[Event \"Club \\\"A\\\" [open]\"]\n[Result \"1-0\"]\n"
+        "% escaped 1. d4\n\n"
+        "1. e4 {best; (really)} e5 2.Nf3 $1 Nc6!? (2... d6 (2... Nf6) 3. d4) 3. Bb5 ; ( Bc4\n"
+        "3... a6 4. O-O!! 0-0 *\n\n[FEN \"4k3/8/8/8/8/8/4P3/4K3 w - - 0 1\"]\n1. e4 Kd7 1/2-1/2\n"
+        "[Result \"0-1\"] 1. d4 d5\n[Event \"x]\n1. c4 1-0\n1. e4 ) e5 1-0\n1. d4 (1. c4\n\n"
+        "[A \"b\"] 1. c4 {never closed");
+    ASSERT_EQ(games.size(), 7u);
+    EXPECT_EQ(games[0].moves, (Lines{"e4", "e5", "Nf3", "Nc6!?", "Bb5", "a6", "O-O!!", "0-0"}));
+    EXPECT_EQ(games[0].result, RESULT_UNKNOWN); // the marker "*" overrides the tag
+    EXPECT_EQ(games[1].fen, "4k3/8/8/8/8/8/4P3/4K3 w - - 0 1");
+    EXPECT_EQ(games[1].result, RESULT_DRAW);
+    EXPECT_EQ(games[2].moves, (Lines{"d4", "d5"}));
+    EXPECT_EQ(games[2].result, RESULT_BLACK_WINS);
+    // clang-format off
+    const char* const errors[] = {"", "", "", "malformed tag pair", "')' without its '('",
+                                  "variation without its closing parenthesis",
+                                  "comment without its closing brace"};
+    // clang-format on
+    for (std::size_t i = 0; i < games.size(); ++i)
+        EXPECT_EQ(games[i].error, errors[i]) << "game " << i + 1;
+}
+
+TEST(GameMoves, TextMeansTheLegalMoveWithTheGeneratorsFlags) {
+    const char* const pinC3   = "4k3/8/8/6N1/1b6/2N5/8/4K3 w - - 0 1"; // the c3 knight is pinned
+    const char* const promote = "5n2/4P3/8/8/8/8/8/k3K3 w - - 0 1";
+    // The token, what reading it answers, and the legal move it means when that is GAME_MOVE_OK.
+    // clang-format off
+    const std::tuple<const char*, const char*, GameMoveStatus, const char*> cases[] = {
+        {START_FEN, "e4!?", GAME_MOVE_OK, "e2e4"},
+        {pinC3, "Ne4", GAME_MOVE_OK, "g5e4"}, // the first match is pinned: the other knight
+        {pinC3, "Nce4", GAME_MOVE_ILLEGAL, nullptr},
+        {"7k/8/8/8/8/8/N3N3/KN5r w - - 0 1", "Nc3", GAME_MOVE_AMBIGUOUS, nullptr},
+        // Both hints, which the engine's own reader lacks.
+        {"4k3/8/8/8/4Q2Q/8/8/K6Q w - - 0 1", "Qh4e1", GAME_MOVE_OK, "h4e1"},
+        {"r3k2r/8/8/8/8/8/8/R3K2R b KQkq - 0 1", "0-0-0", GAME_MOVE_OK, "e8c8"},
+        {"4k3/8/8/8/8/8/8/5K1R w - - 0 1", "O-O", GAME_MOVE_NO_SUCH, nullptr},
+        {"4k3/8/8/3pP3/8/8/8/4K3 w - d6 0 1", "exd6", GAME_MOVE_OK, "e5d6"},
+        {promote, "e8Q", GAME_MOVE_OK, "e7e8q"}, {promote, "exf8=N+", GAME_MOVE_OK, "e7f8n"},
+        {promote, "e8", GAME_MOVE_NO_SUCH, nullptr},
+        {START_FEN, "e2e4", GAME_MOVE_UNREADABLE, nullptr},
+        {START_FEN, "Ne4Q", GAME_MOVE_UNREADABLE, nullptr},
+    };
+    // clang-format on
+    for (const auto& [fen, token, status, expected] : cases) {
+        auto board            = boardFrom(fen);
+        const Position before = *board;
+        Move move             = 0xDEAD;
+        EXPECT_EQ(readGameMove(*board, token, move), status) << fen << " " << token;
+        EXPECT_TRUE(samePosition(*board, before)) << token;
+        EXPECT_EQ(move, expected ? findMove(*board, expected) : NO_MOVE) << token;
+    }
+}
+
+// Each position counts the games through it and their results per move. Games that cannot be
+// replayed are left out whole: each of them begins with 1. e4, which still counts three games.
+// Plies, a minimum of games and full nodes leave moves out.
+TEST(BookBuilder, CountsGamesAndResultsPerPositionAndMoveWithinTheLimits) {
+    // The fourth game comes back to the initial position: its Nf3 counts once for the game.
+    const auto [book, skipped] =
+        build("[Result \"1-0\"]\n1. e4 e5 2. Nf3 Nc6 1-0\n"
+              "[Result \"0-1\"]\n1. e4 e5 2. Nf3 Nf6 0-1\n"
+              "1. e4 c5 1/2-1/2\n1. Nf3 Nf6 2. Ng1 Ng8 3. Nf3 d5 1-0\n"
+              "1. e4 e5 2. Nf3 Nc6 3. Bb5 a6 4. Bxc6 dxc6 5. Bc4 1-0\n"
+              "1. e4 e6 2. d4 Bb4+ 3. Nc3 Nf6 4. Nb5 1-0\n"
+              "[FEN \"rnbqkbnr/pppppppp/8/8 w\"]\n1. e4 1-0\n1. e4 e5 2. Nf3 Nc6 (2... d6 1-0\n");
+    EXPECT_EQ(skipped,
+              (Lines{"game 5: no such move: ply 9 \"Bc4\"", "game 6: illegal move: ply 7 \"Nb5\"",
+                     "game 7: bad FEN tag: the FEN tag is not a position the engine accepts",
+                     "game 8: malformed PGN: variation without its closing parenthesis"}));
+    EXPECT_EQ(book.nodes().size(), 7u);
+    EXPECT_EQ(nodeListing(book, {}), "e2-e4 3 33 33, Ng1-f3 1 100 0");
+    EXPECT_EQ(nodeListing(book, {"e2e4"}), "e7-e5 2 50 50, c7-c5 1 0 0");
+    EXPECT_EQ(nodeListing(book, {"e2e4", "e7e5", "g1f3"}), "Nb8-c6 1 100 0, Ng8-f6 1 0 100");
+    EXPECT_EQ(nodeListing(book, {"g1f3"}), "Ng8-f6 1 100 0, d7-d5 1 100 0");
+
+    // The limits: plies, the minimum of games, and a full node, which keeps its most played.
+    const std::string games   = "1. Nf3 Nf6 2. Ng1 Ng8 3. Nf3 d5 1-0\n1. e4 e5 *\n1. e4 c5 *\n";
+    const OpeningBook shallow = build(games, {2, 1}).first;
+    EXPECT_EQ(nodeListing(shallow, {"g1f3"}), "Ng8-f6 1 100 0"); // d5 came at ply 6
+    EXPECT_EQ(nodeListing(shallow, {"g1f3", "g8f6"}), "");
+    EXPECT_EQ(build(games, {20, 2}).first.moveTotal(), 1u); // only e4 was played twice
+
+    std::string pgn = "1. e4 *\n1. e4 *\n";
+    for (const char* move : {"a3", "a4", "b3", "b4", "c3", "c4", "d3", "d4", "e3", "f3", "f4", "g3",
+                             "g4", "h3", "h4", "Na3"})
+        pgn += std::string("1. ") + move + " *\n";
+    const std::string start = nodeListing(build(pgn).first, {});
+    EXPECT_EQ(std::count(start.begin(), start.end(), ','), 15) << start;
+    EXPECT_EQ(start.rfind("e2-e4 2 0 0, ", 0), 0u) << start; // the most played stays
+}
+
+// Moves go in out of order; the file has the nodes by key and each node's moves by count,
+// 302 before 303 as the exchange sort leaves that tie (a stable sort would not). The keys
+// are such that ordering by the low word first would put them the other way round.
+TEST(BookFile, SavedBytesAreSortedAndReadBack) {
+    const std::vector<RawNode> nodes = {
+        {0x00000000'FFFFFFFF, {{101, 4, 50, 25}, {102, 2, 0, 100}}},
+        {0x00000001'00000005, {{201, 1, 100, 0}}},
+        {0x00000002'00000001, {{301, 9, 33, 33}, {302, 5, 20, 40}, {303, 5, 0, 0}}},
+    };
+    OpeningBook book;
+    for (int n : {2, 0, 1})
+        for (auto m = nodes[n].moves.rbegin(); m != nodes[n].moves.rend(); ++m)
+            insert(book, nodes[n].key, *m);
+    const std::filesystem::path file = std::filesystem::temp_directory_path() /
+                                       ("pellix-book-" + std::to_string(std::random_device{}()));
+    const std::string path = file.string();
+    ASSERT_TRUE(book.saveBook(path.c_str()));
+    std::ifstream in(file, std::ios::binary);
+    EXPECT_EQ(Bytes(std::istreambuf_iterator<char>(in), {}), bookImage(nodes));
+    in.close();
+    OpeningBook loaded;
+    ASSERT_TRUE(loaded.loadBook(path.c_str()));
+    EXPECT_EQ(imageOf(loaded), bookImage(nodes));
+    std::filesystem::remove(file);
+    EXPECT_FALSE(book.saveBook("/nonexistent/book.bin"));
+    EXPECT_FALSE(loaded.loadBook("/nonexistent/book.bin"));
+}
+
+TEST(BookLookup, FindsEveryInnerNodeAndTheEndsOnlyAsMidpoints) {
+    EXPECT_EQ(choose(OpeningBook{}, keyOf(0)), NO_MOVE);
+    for (int size = 1; size <= 40; ++size) {
+        OpeningBook book;
+        for (int i = 0; i < size; ++i)
+            insert(book, keyOf(i), {Move(i + 1), 1, 0, 0});
+        for (int i = 0; i < size; ++i) {
+            // An end is a midpoint only in books of one node, and of two for the first.
+            const bool reachable = (i > 0 && i < size - 1) || size == 1 || (size == 2 && i == 0);
+            EXPECT_EQ(choose(book, keyOf(i)), reachable ? Move(i + 1) : NO_MOVE)
+                << i << "/" << size;
+            EXPECT_EQ(choose(book, keyOf(i) + 50), NO_MOVE); // misses between nodes end
+            EXPECT_EQ(choose(book, keyOf(i) - 50), NO_MOVE);
+        }
+    }
+}
+
+// The book the build makes: its keys are the engine's, so games played from it stay in book
+// for many moves, and every move it gives is a legal move with the generator's flags (double
+// steps, castling).
+TEST(BookProbe, TheBuiltBookLeadsGamesThroughTheOpening) {
+    auto board = boardFrom(START_FEN);
+    ASSERT_TRUE(board->openBook(PELLIX_OPENING_BOOK));
+    std::srand(2024);
+    int plies = 0;
+    for (int game = 0; game < 50; ++game) {
+        board->newGame();
+        for (Move m; board->gameMoveCount < 20 && (m = board->probeBook()) != NO_MOVE; ++plies) {
+            const std::vector<Move> legal = legalMoves(*board);
+            ASSERT_NE(std::find(legal.begin(), legal.end(), m), legal.end());
+            ASSERT_TRUE(board->playGameMove(m));
+        }
+        EXPECT_GE(board->gameMoveCount, 4) << "game " << game;
+    }
+    EXPECT_GE(plies, 50 * 15) << plies;
+}
