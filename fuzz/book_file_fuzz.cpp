@@ -4,6 +4,7 @@
 #include "book/opening_book.h"
 #include "fuzz_board.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
 
@@ -13,15 +14,6 @@ const char* const positions[] = {
     "r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq - 0 1",
     "8/8/8/1k6/3Pp3/8/8/4KQ2 b - d3 0 1",
 };
-
-bool isLegal(ChessBoard& board, Move m) {
-    MoveEntry list[MAX_GENERATED];
-    const int count = board.generateLegalMoves(list);
-    for (int i = 0; i < count; ++i)
-        if (list[i].move == m)
-            return true;
-    return false;
-}
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -49,12 +41,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             board.openingBook().insertBookMove(low, high, node.moves[i].move,
                                                node.moves[i].count | 1, 0, 0);
     board.openingBook().sortByKey();
-    const Position before = board;
+    MoveEntry legal[MAX_GENERATED];
+    MoveEntry* const legalEnd = legal + board.generateLegalMoves(legal);
+    const Position before     = board;
     for (int draw = 0; draw < 8; ++draw) {
         const Move m = board.probeBook();
         if (!samePosition(board, before))
             std::abort();
-        if (m != NO_MOVE && !isLegal(board, m))
+        if (m != NO_MOVE && std::find_if(legal, legalEnd, [&](const MoveEntry& e) {
+                                return e.move == m;
+                            }) == legalEnd)
             std::abort();
     }
     return 0;

@@ -13,6 +13,11 @@
 
 using Millis = std::chrono::milliseconds;
 
+// How long the transcript tests wait.
+constexpr Millis PROMPT{2000};  // a reply that should come at once
+constexpr Millis POLLED{500};   // a reply the search gives at its next poll
+constexpr Millis SEARCH{20000}; // a short search, with room for a slow sanitizer build
+
 // A small hash table keeps start-up cheap; the tests that care write their own file.
 constexpr const char* SMALL_ENGINE_INI = "[Engine]\nHash=16\n";
 

@@ -26,6 +26,11 @@ std::string programCommand(const std::string& name) {
     return std::string(PELLIX_PROGRAM_DIR) + "/" + name;
 }
 
+std::string benchSignature(const std::string& output) {
+    const std::size_t at = output.rfind("Nodes: ");
+    return at == std::string::npos ? "" : output.substr(at + 7, output.find('\n', at) - at - 7);
+}
+
 std::string withoutCarriageReturns(std::string text) {
     std::size_t at = 0;
     while ((at = text.find("\r\n", at)) != std::string::npos)

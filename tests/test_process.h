@@ -26,5 +26,7 @@ using ScratchFiles = std::vector<std::pair<std::string, std::string>>;
 // input.
 ProcessResult runProcess(const std::string& command, const std::string& input = "",
                          const ScratchFiles& files = {});
+// The node count of a bench run's "Nodes: N" line, or an empty text.
+std::string benchSignature(const std::string& output);
 // Drops the carriage return of every CR LF.
 std::string withoutCarriageReturns(std::string text);

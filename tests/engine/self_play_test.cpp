@@ -8,8 +8,6 @@
 
 namespace {
 
-constexpr Millis MOVE_DEADLINE{10000};
-
 // The referee: the game so far on the engine's own board.
 struct Referee {
     std::unique_ptr<SilentBoard> board = boardFrom(START_FEN);
@@ -52,14 +50,14 @@ public:
             position += " " + m;
         white.send(position);
         white.send("go wtime 3000 btime 3000");
-        std::optional<std::string> line = white.waitFor("bestmove ", MOVE_DEADLINE);
+        std::optional<std::string> line = white.waitFor("bestmove ", SEARCH);
         return line ? line->substr(9) : "(no answer)";
     }
     std::string blackMove() {
         black.send("time 300");
         black.send("otim 300");
         black.send(referee.moves.back());
-        std::optional<std::string> line = black.waitFor("move ", MOVE_DEADLINE);
+        std::optional<std::string> line = black.waitFor("move ", SEARCH);
         return line ? line->substr(5) : "(no answer)";
     }
 

@@ -29,7 +29,7 @@ int groupSum(const char* fen, EvalGroup group, Color colour) {
 
 // Every term is computed per colour: the mirrored position must swap the White and Black
 // sums of every group and give the side to move the same score. A sign or table error on
-// one colour breaks this for most positions; odd set-ups are the evaluation fuzzer's.
+// one colour breaks this for most positions.
 TEST(Evaluate, MirroredPositionScoresTheSame) {
     auto board = boardFrom(START_FEN), mirror = boardFrom(START_FEN);
     int compared = 0;

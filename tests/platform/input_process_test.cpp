@@ -6,12 +6,6 @@
 
 #include <gtest/gtest.h>
 
-namespace {
-
-constexpr Millis PROMPT{3000};
-
-} // namespace
-
 TEST(Input, WholeLinesAndTheEndOfInput) {
     EngineProcess probe("", programCommand("input-probe"));
     EXPECT_EQ(probe.readLine(PROMPT), "available 0");
