@@ -84,15 +84,6 @@ Bytes savedBytes(OpeningBook& book) {
     return bytes;
 }
 
-// Keys 100, 200, ... with the high word set too, so that both halves take part.
-std::uint64_t keyOf(int index) {
-    return 0x00000100'00000000 + 100 * std::uint64_t(index + 1);
-}
-
-Move choose(const OpeningBook& book, std::uint64_t key) {
-    return chooseBookMove(book, std::uint32_t(key), std::uint32_t(key >> 32));
-}
-
 } // namespace
 
 // The main line is kept and everything else read past (an escape line right behind the
@@ -223,19 +214,21 @@ TEST(BookFile, SavedBytesAreSortedAndReadBack) {
     EXPECT_FALSE(loaded.loadBook("/nonexistent/book.bin"));
 }
 
+// Node i has the key 100 (i + 1) in its low word, with the high word set too.
 TEST(BookLookup, FindsEveryInnerNodeAndTheEndsOnlyAsMidpoints) {
-    EXPECT_EQ(choose(OpeningBook{}, keyOf(0)), NO_MOVE);
-    for (int size = 1; size <= 40; ++size) {
+    const std::uint32_t high = 0x100;
+    EXPECT_EQ(chooseBookMove(OpeningBook{}, 100, high), NO_MOVE);
+    for (std::uint32_t size = 1; size <= 40; ++size) {
         OpeningBook book;
-        for (int i = 0; i < size; ++i)
-            insert(book, keyOf(i), {Move(i + 1), 1, 0, 0});
-        for (int i = 0; i < size; ++i) {
+        for (std::uint32_t i = 0; i < size; ++i)
+            book.insertBookMove(100 * (i + 1), high, Move(i + 1), 1, 0, 0);
+        for (std::uint32_t i = 0, low = 100; i < size; ++i, low += 100) {
             // An end is a midpoint only in books of one node, and of two for the first.
             const bool reachable = (i > 0 && i < size - 1) || size == 1 || (size == 2 && i == 0);
-            EXPECT_EQ(choose(book, keyOf(i)), reachable ? Move(i + 1) : NO_MOVE)
+            EXPECT_EQ(chooseBookMove(book, low, high), reachable ? Move(i + 1) : NO_MOVE)
                 << i << "/" << size;
-            EXPECT_EQ(choose(book, keyOf(i) + 50), NO_MOVE); // misses between nodes end
-            EXPECT_EQ(choose(book, keyOf(i) - 50), NO_MOVE);
+            EXPECT_EQ(chooseBookMove(book, low + 50, high), NO_MOVE); // misses between nodes
+            EXPECT_EQ(chooseBookMove(book, low - 50, high), NO_MOVE);
         }
     }
 }

@@ -1,6 +1,5 @@
 // The protocols' command tables seen through the front end: what every command does when it
-// arrives during a search, and the values "go" and "position" read ("level" is checked by
-// the XBoard sessions).
+// arrives during a search, and the values "go", "position" and "level" read.
 #include "engine/front_end.h"
 #include "engine/uci.h"
 #include "engine/xboard.h"
@@ -96,8 +95,9 @@ TEST(CommandTable, EveryCommandDuringASearch) {
 
 // "go": later keywords win, unknown words are skipped one by one, a missing value ends the
 // parse, and clocks that ran out or overflow stay in range. "position startpos" with nothing
-// after it leaves the board as it was.
-TEST(CommandTable, GoAndPositionReadTheirWords) {
+// after it leaves the board as it was. "level MPS BASE INC" takes the base in minutes or
+// minutes:seconds, for the side to move's clock, and the increment in whole seconds.
+TEST(CommandTable, GoPositionAndLevelReadTheirWords) {
     auto engine = boardFrom(START_FEN);
     parseGo(*engine, "go depth 6 wtime 300000 btime 290000 winc 2000 movestogo 12");
     EXPECT_EQ(engine->timeMode, TIME_CLOCK);
@@ -117,4 +117,11 @@ TEST(CommandTable, GoAndPositionReadTheirWords) {
     parsePosition(*engine, "position startpos");
     engine->toFen(fen);
     EXPECT_STREQ(fen, "rnbqkbnr/pppp1ppp/8/4p3/4P3/8/PPPP1PPP/RNBQKBNR w KQkq e6 0 2");
+
+    Session session(PROTOCOL_XBOARD);
+    parseLevel(session.frontEnd, "level 40 2:30 12.5");
+    const ChessBoard& clock = *session.frontEnd.board;
+    EXPECT_TRUE(session.frontEnd.movesLeftInSession == 40 && clock.movesToGo == 40);
+    EXPECT_TRUE(clock.remainingTime[WHITE] == 150000.0f && clock.increment[BLACK] == 12000);
+    EXPECT_EQ(clock.timeMode, TIME_CLOCK);
 }
