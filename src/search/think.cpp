@@ -172,6 +172,13 @@ bool ChessBoard::startThinking() {
     return think();
 }
 
+// Nothing calls it yet: the step every node takes first (nodeMustStop), for a caller outside
+// the node loop. Kept here, beside the iterations, rather than with the clock: the nodes'
+// step itself calls the clock's poll.
+bool ChessBoard::checkTime() {
+    return !nodeMustStop(*this);
+}
+
 // Nothing calls it yet: a thread routine that seeds the random numbers and thinks, for a
 // front end that would run the search on a thread of its own.
 unsigned long ChessBoard::startThinkingThread(void* engine) {

@@ -1,9 +1,8 @@
 // Time control: the budget of one move for each time mode, the clock and input check of
-// the poll nodes, and the one setter of the time mode. The iterations that obey the budget
-// live in think.cpp.
+// the poll nodes, and the one setter of the time mode. The iterations that obey the budget,
+// and checkTime, which takes the nodes' own stop-and-poll step, live in think.cpp.
 #include "board/chess_board.h"
 #include "platform/clock.h"
-#include "search/search_node.h"
 
 #include <algorithm>
 #include <cmath>
@@ -27,12 +26,6 @@ std::uint32_t ChessBoard::elapsedMicros() const {
         double(performanceCounter() - searchStart) * 1e6 / double(performanceFrequency());
     // Kept in 32 bits like the budget: the count wraps after 71 minutes.
     return std::uint32_t(std::uint64_t(micros));
-}
-
-// Nothing calls it yet: the step every node takes first (nodeMustStop), for a caller outside
-// the node loop.
-bool ChessBoard::checkTime() {
-    return !nodeMustStop(*this);
 }
 
 bool ChessBoard::pollStopsSearch() {
