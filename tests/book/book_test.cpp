@@ -78,8 +78,11 @@ std::string scratchBookPath() {
 Bytes savedBytes(OpeningBook& book) {
     const std::string path = scratchBookPath();
     EXPECT_TRUE(book.saveBook(path.c_str()));
-    std::ifstream in(path, std::ios::binary);
-    const Bytes bytes(std::istreambuf_iterator<char>(in), {});
+    Bytes bytes;
+    {
+        std::ifstream in(path, std::ios::binary); // closed before the removal, for Windows
+        bytes.assign(std::istreambuf_iterator<char>(in), {});
+    }
     std::filesystem::remove(path);
     return bytes;
 }
