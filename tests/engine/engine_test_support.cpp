@@ -29,8 +29,8 @@ bool isLegalMove(const std::string& move, const std::string& fen,
 
 std::string moveOfLine(const std::string& line) {
     const std::size_t blank = line.find(' ');
-    if (blank == std::string::npos)
-        return "";
-    const std::size_t end = line.find(' ', blank + 1);
-    return line.substr(blank + 1, end == std::string::npos ? std::string::npos : end - blank - 1);
+    // Without a second blank the length is past the end, and the rest of the line is taken.
+    return blank == std::string::npos
+               ? ""
+               : line.substr(blank + 1, line.find(' ', blank + 1) - blank - 1);
 }
