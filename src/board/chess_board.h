@@ -130,8 +130,6 @@ public:
     std::uint64_t perft(int depth, int listStart);
     void perftStats(int depth, int listStart);
     int divide(int depth); // fills divideRows, returns the number of rows
-    void perftReport(int deepest);
-    void divideReport(int depth);
 
     PerftCounters perftCounters = {};
     DivideRow divideRows[MAX_GENERATED];

@@ -1,6 +1,10 @@
 // Perft, its statistics variant and divide: counting the leaves of the legal move tree to
 // check generation, make and unmake. Each level writes its move list behind its parent's.
+// The last ply is counted without making its moves wherever the position allows: legality
+// from pins and x-rays, checks from the gives-check test, and only checking moves made, to
+// look for a reply.
 #include "board/chess_board.h"
+#include "movegen/gives_check.h"
 
 namespace {
 
@@ -20,6 +24,98 @@ Bitboard pinnedPieces(const Position& p, Color us) {
     return pinned;
 }
 
+enum Verdict { ILLEGAL, LEGAL, ASK_MAKE };
+
+// Legality of the generated moves of the side to move, decided without make where that is
+// safe. A king step is legal when its target is safe with the king lifted; castling was
+// fully tested by its generator. Outside check, a move of an unpinned piece other than en
+// passant cannot expose the king; in check the generator offers such a piece only blocks
+// and captures of a lone checker, which end the check. Pinned pieces and en passant go to
+// make. A position whose tracked king is missing or touches the enemy king goes to make
+// whole.
+struct LegalityTest {
+    Bitboard pinned;
+    Square king;
+    Color them;
+    bool usable;
+
+    explicit LegalityTest(const Position& p)
+        : pinned(pinnedPieces(p, p.side())), king(p.kingSquare[p.side()]), them(opponent(p.side())),
+          usable((p.bbPiece[p.side()][KING] & bit(king)) &&
+                 !(kingAttack[king] & p.bbPiece[them][KING])) {}
+
+    Verdict of(const ChessBoard& b, Move m) const {
+        if (!usable)
+            return ASK_MAKE;
+        if (movePiece(m) == KING)
+            return isCastle(m) || !b.isAttackedWithout(king, moveTo(m), them) ? LEGAL : ILLEGAL;
+        return isEnPassant(m) || (pinned & bit(moveFrom(m))) ? ASK_MAKE : LEGAL;
+    }
+};
+
+// Whether the side to move, in check, has a legal reply; stops at the first. `spare` has
+// room for one list.
+bool hasLegalReply(ChessBoard& b, MoveEntry* spare) {
+    const int count = b.generateMoves(spare, 1);
+    const LegalityTest legality(b);
+    for (int i = 0; i < count; ++i) {
+        const Move m    = spare[i].move;
+        const Verdict v = legality.of(b, m);
+        if (v == LEGAL)
+            return true;
+        if (v == ASK_MAKE) {
+            const bool legal = b.makeMove(m);
+            b.unmakeMove(m);
+            if (legal)
+                return true;
+        }
+    }
+    return false;
+}
+
+// The counters every legal leaf move adds to from its move word alone.
+inline void tallyMoveWord(PerftCounters& c, Move m) {
+    ++c.nodes;
+    c.captures += moveCaptured(m) != EMPTY;
+    c.enPassant += isEnPassant(m);
+    c.promotions += movePromotion(m) != EMPTY;
+    c.castles += isCastle(m);
+}
+
+// The check and mate counters of a legal move; the move is made here only when it checks.
+void tallyCheck(ChessBoard& b, PerftCounters& c, Move m, MoveEntry* spare) {
+    b.makeMove(m);
+    ++c.checks;
+    c.mates += !hasLegalReply(b, spare);
+    b.unmakeMove(m);
+}
+
+// The seven counters of the legal moves in `list`, the last ply of a statistics walk.
+void countLeaves(ChessBoard& b, const MoveEntry* list, int count, PerftCounters& c) {
+    MoveEntry* spare = const_cast<MoveEntry*>(list) + count;
+    const LegalityTest legality(b);
+    const CheckSquares checks = checkSquaresOf(b);
+    const bool quick          = checks.reliable;
+    for (int i = 0; i < count; ++i) {
+        const Move m    = list[i].move;
+        const Verdict v = quick ? legality.of(b, m) : ASK_MAKE;
+        if (v == LEGAL) {
+            tallyMoveWord(c, m);
+            if (givesCheck(b, checks, m))
+                tallyCheck(b, c, m, spare);
+        } else if (v == ASK_MAKE) {
+            if (b.makeMove(m)) {
+                tallyMoveWord(c, m);
+                if (b.sideToMoveInCheck()) {
+                    ++c.checks;
+                    c.mates += !hasLegalReply(b, spare);
+                }
+            }
+            b.unmakeMove(m);
+        }
+    }
+}
+
 } // namespace
 
 std::uint64_t ChessBoard::perft(int depth, int listStart) {
@@ -30,24 +126,19 @@ std::uint64_t ChessBoard::perft(int depth, int listStart) {
     MoveEntry* list     = moveStack + listStart;
     const bool checked  = sideToMoveInCheck();
     const int count     = generateMoves(list, checked);
-    const Color us      = side();
-    const Square king   = kingSquare[us];
     std::uint64_t total = 0;
 
-    // At the last ply only the number of legal moves matters. Outside check, a move of an
-    // unpinned piece other than the king and en passant cannot expose the king, and a king
-    // step is legal when its target is safe with the king lifted; the rest go through make.
-    if (depth == 1 && !checked && (bbPiece[us][KING] & bit(king))) {
-        const Bitboard pinned = pinnedPieces(*this, us);
+    // At the last ply only the number of legal moves matters.
+    if (depth == 1 && !checked) {
+        const LegalityTest legality(*this);
         for (int i = 0; i < count; ++i) {
-            const Move m = list[i].move;
-            if (movePiece(m) == KING) {
-                total += isCastle(m) || !isAttackedWithout(king, moveTo(m), opponent(us));
-            } else if (!isEnPassant(m) && !(pinned & bit(moveFrom(m)))) {
-                ++total;
-            } else {
+            const Move m    = list[i].move;
+            const Verdict v = legality.of(*this, m);
+            if (v == ASK_MAKE) {
                 total += makeMove(m);
                 unmakeMove(m);
+            } else {
+                total += v == LEGAL;
             }
         }
         return total;
@@ -72,37 +163,15 @@ void ChessBoard::perftStats(int depth, int listStart) {
     MoveEntry* list    = moveStack + listStart;
     const bool checked = sideToMoveInCheck();
     const int count    = generateMoves(list, checked);
-    for (int i = 0; i < count; ++i) {
-        const Move m = list[i].move;
-        if (makeMove(m)) {
-            if (depth > 1) {
+    if (depth == 1) {
+        countLeaves(*this, list, count, perftCounters);
+    } else {
+        for (int i = 0; i < count; ++i) {
+            const Move m = list[i].move;
+            if (makeMove(m))
                 perftStats(depth - 1, listStart + count);
-            } else {
-                PerftCounters& c = perftCounters;
-                ++c.nodes;
-                if (moveCaptured(m))
-                    ++c.captures;
-                if (isEnPassant(m))
-                    ++c.enPassant;
-                if (movePromotion(m))
-                    ++c.promotions;
-                if (isCastle(m))
-                    ++c.castles;
-                if (sideToMoveInCheck()) {
-                    ++c.checks;
-                    MoveEntry* replies   = list + count;
-                    const int replyCount = generateMoves(replies, 1);
-                    bool escaped         = false;
-                    for (int r = 0; r < replyCount && !escaped; ++r) {
-                        escaped = makeMove(replies[r].move);
-                        unmakeMove(replies[r].move);
-                    }
-                    if (!escaped)
-                        ++c.mates;
-                }
-            }
+            unmakeMove(m);
         }
-        unmakeMove(m);
     }
     inCheck = checked;
 }

@@ -2,9 +2,7 @@
 #include "tools/perft_output.h"
 
 #include "board/chess_board.h"
-#include "board/trace.h"
 #include "platform/send_command.h"
-#include "tools/profiler.h"
 
 #include <cinttypes>
 #include <cstdio>
@@ -32,23 +30,4 @@ void printDivideListing(ChessBoard& board, int depth) {
     for (int i = 0; i < rows; ++i)
         sendCommand("%12s : %12" PRId64, board.divideRows[i].text,
                     std::int64_t(board.divideRows[i].count));
-}
-
-// The engine's own reports of the same walks: the node counts go to the trace and the
-// profile is printed. No command asks for them; the console forms above are what users see.
-void ChessBoard::perftReport(int deepest) {
-    trace("Perft result :\n");
-    for (int depth = 1; depth <= deepest; ++depth) {
-        perftCounters = {};
-        perftStats(depth, 0);
-        trace("%12I64d", perftCounters.nodes);
-    }
-    printProfile();
-    hookThinkEnded();
-}
-
-void ChessBoard::divideReport(int depth) {
-    divide(depth + 1);
-    trace("Divide result :\n");
-    hookThinkEnded();
 }

@@ -1,0 +1,73 @@
+// The gives-check test's per-position squares and its slow case (en passant, castling,
+// promotions). The fast case is inline in gives_check.h.
+#include "movegen/gives_check.h"
+
+namespace {
+
+void place(Occupancy& occ, Square s) {
+    occ.all |= SquareMask[s];
+    occ.r90 |= SquareMask[rot90[s]];
+    occ.r45R |= SquareMask[rot45R[s]];
+    occ.r45L |= SquareMask[rot45L[s]];
+}
+
+// The mover's pieces that are the only piece between `king` and one of his own sliders.
+Bitboard discoverersOf(const Position& p, Color us, Square king) {
+    Bitboard snipers =
+        ((rankAttack[king][0] | fileAttack[king][0]) & p.lineSliders(us)) |
+        ((diagAttack45R[king][0] | diagAttack45L[king][0]) & p.diagonalSliders(us));
+    Bitboard found = 0;
+    while (snipers) {
+        const Bitboard between = betweenMask[popLowest(snipers)][king] & p.bbAllPiece;
+        if (between && !(between & (between - 1)) && (between & p.bbColorPiece[us]))
+            found |= between;
+    }
+    return found;
+}
+
+} // namespace
+
+CheckSquares checkSquaresOf(const Position& p) {
+    const Color us   = p.side();
+    const Color them = opponent(us);
+    CheckSquares cs;
+    cs.king                  = p.kingSquare[them];
+    cs.fromSquares[EMPTY]    = 0;
+    cs.fromSquares[PAWN]     = pawnAttack[them][cs.king];
+    cs.fromSquares[KNIGHT]   = knightAttack[cs.king];
+    cs.fromSquares[BISHOP]   = p.bishopAttacks(cs.king);
+    cs.fromSquares[ROOK]     = p.rookAttacks(cs.king);
+    cs.fromSquares[QUEEN]    = cs.fromSquares[BISHOP] | cs.fromSquares[ROOK];
+    cs.fromSquares[KING]     = kingAttack[cs.king];
+    cs.discoverers           = discoverersOf(p, us, cs.king);
+    cs.reliable              = !p.isAttacked(cs.king, us);
+    return cs;
+}
+
+bool givesCheckSpecial(const Position& p, Square king, Move m) {
+    const Color us = p.side();
+    Bitboard own[7];
+    for (int piece = PAWN; piece <= KING; ++piece)
+        own[piece] = p.bbPiece[us][piece];
+    Occupancy occ     = p.occupancy();
+    const Square from = moveFrom(m), to = moveTo(m);
+    const Piece lands = movePromotion(m) ? movePromotion(m) : movePiece(m);
+    occ.remove(from);
+    own[movePiece(m)] &= ~bit(from);
+    if (!(occ.all & bit(to)))
+        place(occ, to);
+    own[lands] |= bit(to);
+    if (isEnPassant(m))
+        occ.remove(squareAt(fileOf(to), rankOf(from)));
+    if (isCastle(m)) {
+        // The rook hops over the king: from the corner to the square the king crossed.
+        const bool kingSide  = to > from;
+        const Square rookOut = kingSide ? from + 3 : from - 4, rookIn = kingSide ? from + 1 : from - 1;
+        occ.remove(rookOut);
+        place(occ, rookIn);
+        own[ROOK] ^= bit(rookOut) | bit(rookIn);
+    }
+    return (pawnAttack[opponent(us)][king] & own[PAWN]) || (knightAttack[king] & own[KNIGHT]) ||
+           (occ.bishopAttacks(king) & (own[BISHOP] | own[QUEEN])) ||
+           (occ.rookAttacks(king) & (own[ROOK] | own[QUEEN])) || (kingAttack[king] & own[KING]);
+}
