@@ -13,9 +13,8 @@ void place(Occupancy& occ, Square s) {
 
 // The mover's pieces that are the only piece between `king` and one of his own sliders.
 Bitboard discoverersOf(const Position& p, Color us, Square king) {
-    Bitboard snipers =
-        ((rankAttack[king][0] | fileAttack[king][0]) & p.lineSliders(us)) |
-        ((diagAttack45R[king][0] | diagAttack45L[king][0]) & p.diagonalSliders(us));
+    Bitboard snipers = ((rankAttack[king][0] | fileAttack[king][0]) & p.lineSliders(us)) |
+                       ((diagAttack45R[king][0] | diagAttack45L[king][0]) & p.diagonalSliders(us));
     Bitboard found = 0;
     while (snipers) {
         const Bitboard between = betweenMask[popLowest(snipers)][king] & p.bbAllPiece;
@@ -31,16 +30,16 @@ CheckSquares checkSquaresOf(const Position& p) {
     const Color us   = p.side();
     const Color them = opponent(us);
     CheckSquares cs;
-    cs.king                  = p.kingSquare[them];
-    cs.fromSquares[EMPTY]    = 0;
-    cs.fromSquares[PAWN]     = pawnAttack[them][cs.king];
-    cs.fromSquares[KNIGHT]   = knightAttack[cs.king];
-    cs.fromSquares[BISHOP]   = p.bishopAttacks(cs.king);
-    cs.fromSquares[ROOK]     = p.rookAttacks(cs.king);
-    cs.fromSquares[QUEEN]    = cs.fromSquares[BISHOP] | cs.fromSquares[ROOK];
-    cs.fromSquares[KING]     = kingAttack[cs.king];
-    cs.discoverers           = discoverersOf(p, us, cs.king);
-    cs.reliable              = !p.isAttacked(cs.king, us);
+    cs.king                = p.kingSquare[them];
+    cs.fromSquares[EMPTY]  = 0;
+    cs.fromSquares[PAWN]   = pawnAttack[them][cs.king];
+    cs.fromSquares[KNIGHT] = knightAttack[cs.king];
+    cs.fromSquares[BISHOP] = p.bishopAttacks(cs.king);
+    cs.fromSquares[ROOK]   = p.rookAttacks(cs.king);
+    cs.fromSquares[QUEEN]  = cs.fromSquares[BISHOP] | cs.fromSquares[ROOK];
+    cs.fromSquares[KING]   = kingAttack[cs.king];
+    cs.discoverers         = discoverersOf(p, us, cs.king);
+    cs.reliable            = !p.isAttacked(cs.king, us);
     return cs;
 }
 
@@ -62,7 +61,8 @@ bool givesCheckSpecial(const Position& p, Square king, Move m) {
     if (isCastle(m)) {
         // The rook hops over the king: from the corner to the square the king crossed.
         const bool kingSide  = to > from;
-        const Square rookOut = kingSide ? from + 3 : from - 4, rookIn = kingSide ? from + 1 : from - 1;
+        const Square rookOut = kingSide ? from + 3 : from - 4,
+                     rookIn  = kingSide ? from + 1 : from - 1;
         occ.remove(rookOut);
         place(occ, rookIn);
         own[ROOK] ^= bit(rookOut) | bit(rookIn);

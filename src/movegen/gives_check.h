@@ -6,10 +6,10 @@
 
 // What the test needs about the enemy king, gathered once per position.
 struct CheckSquares {
-    Square king;                // the enemy king the check test of make looks at
-    Bitboard fromSquares[7];    // by piece type: where a piece of the mover would attack it
-    Bitboard discoverers;       // the mover's pieces alone between it and one of his sliders
-    bool reliable;              // false when the enemy king already stands attacked
+    Square king;             // the enemy king the check test of make looks at
+    Bitboard fromSquares[7]; // by piece type: where a piece of the mover would attack it
+    Bitboard discoverers;    // the mover's pieces alone between it and one of his sliders
+    bool reliable;           // false when the enemy king already stands attacked
 };
 
 CheckSquares checkSquaresOf(const Position& p);

@@ -1,0 +1,266 @@
+// The last ply of perft's statistics walk. Outside check the moves are counted straight from
+// each piece's attack set, without a move list: legality from pins and x-rays, captures from
+// the enemy's squares, checks from the gives-check squares; only the moves that give check
+// are made, to look for one legal reply. In check, or in a position the shortcuts cannot
+// trust, the generated list is walked move by move instead. The counts must be those of the
+// generators in generate.cpp, which the tests hold them to.
+#include "movegen/perft_leaves.h"
+
+#include "movegen/gives_check.h"
+
+namespace {
+
+// The mover's pieces pinned to his king, each with the squares it may still move to: the
+// line between king and pinner, the pinner's square included.
+struct Pins {
+    Bitboard pinned = 0;
+    int count       = 0;
+    Square square[8];
+    Bitboard ray[8];
+
+    Pins(const Position& p, Color us) {
+        const Color them  = opponent(us);
+        const Square king = p.kingSquare[us];
+        Bitboard snipers =
+            ((rankAttack[king][0] | fileAttack[king][0]) & p.lineSliders(them)) |
+            ((diagAttack45R[king][0] | diagAttack45L[king][0]) & p.diagonalSliders(them));
+        while (snipers) {
+            const Square sniper    = popLowest(snipers);
+            const Bitboard between = betweenMask[sniper][king] & p.bbAllPiece;
+            if (between && !(between & (between - 1)) && (between & p.bbColorPiece[us])) {
+                pinned |= between;
+                square[count] = lowestSquare(between);
+                ray[count++]  = betweenMask[sniper][king] | bit(sniper);
+            }
+        }
+    }
+    Bitboard rayOf(Square s) const {
+        for (int i = 0; i < count; ++i)
+            if (square[i] == s)
+                return ray[i];
+        return 0;
+    }
+};
+
+// Whether the side to move, in check, has a legal reply; stops at the first. `spare` has
+// room for one list.
+bool hasLegalReply(ChessBoard& b, MoveEntry* spare) {
+    const int count = b.generateMoves(spare, 1);
+    const LegalityTest legality(b);
+    for (int i = 0; i < count; ++i) {
+        const Move m    = spare[i].move;
+        const Verdict v = legality.of(b, m);
+        if (v == LEGAL)
+            return true;
+        if (v == ASK_MAKE) {
+            const bool legal = b.makeMove(m);
+            b.unmakeMove(m);
+            if (legal)
+                return true;
+        }
+    }
+    return false;
+}
+
+// The counters a legal move adds to from its move word alone.
+inline void tallyMoveWord(PerftCounters& c, Move m) {
+    ++c.nodes;
+    c.captures += moveCaptured(m) != EMPTY;
+    c.enPassant += isEnPassant(m);
+    c.promotions += movePromotion(m) != EMPTY;
+    c.castles += isCastle(m);
+}
+
+// The check and mate counters of a legal move known to give check.
+void tallyCheck(ChessBoard& b, PerftCounters& c, Move m, MoveEntry* spare) {
+    b.makeMove(m);
+    ++c.checks;
+    c.mates += !hasLegalReply(b, spare);
+    b.unmakeMove(m);
+}
+
+// Every counter of a move whose legality only make can tell.
+void tallyByMake(ChessBoard& b, PerftCounters& c, Move m, MoveEntry* spare) {
+    if (b.makeMove(m)) {
+        tallyMoveWord(c, m);
+        if (b.sideToMoveInCheck()) {
+            ++c.checks;
+            c.mates += !hasLegalReply(b, spare);
+        }
+    }
+    b.unmakeMove(m);
+}
+
+// The generated list, move by move: in check, and where the shortcuts do not hold.
+void countListed(ChessBoard& b, MoveEntry* list, bool checked, PerftCounters& c) {
+    const int count  = b.generateMoves(list, checked);
+    MoveEntry* spare = list + count;
+    const LegalityTest legality(b);
+    const CheckSquares checks = checkSquaresOf(b);
+    for (int i = 0; i < count; ++i) {
+        const Move m    = list[i].move;
+        const Verdict v = checks.reliable ? legality.of(b, m) : ASK_MAKE;
+        if (v == ASK_MAKE) {
+            tallyByMake(b, c, m, spare);
+        } else if (v == LEGAL) {
+            tallyMoveWord(c, m);
+            if (givesCheck(b, checks, m))
+                tallyCheck(b, c, m, spare);
+        }
+    }
+}
+
+// The legal moves of a position not in check, counted piece by piece from attack sets. The
+// pieces move as the generators move them: knights, bishops, rooks, queens, the tracked
+// king, castling, pawn pushes and captures with every promotion, en passant.
+template <Color US> class BulkCount {
+public:
+    BulkCount(ChessBoard& board, const CheckSquares& checks, PerftCounters& counters,
+              MoveEntry* spareList)
+        : b(board), cs(checks), c(counters), spare(spareList), pins(board, US),
+          own(board.bbColorPiece[US]), enemy(board.bbColorPiece[THEM]),
+          empty(~board.bbAllPiece) {}
+
+    void run() {
+        for (Bitboard n = b.bbPiece[US][KNIGHT]; n;) {
+            const Square from = popLowest(n);
+            addTargets(KNIGHT, from, knightAttack[from] & ~own);
+        }
+        for (Bitboard s = b.bbPiece[US][BISHOP]; s;) {
+            const Square from = popLowest(s);
+            addTargets(BISHOP, from, b.bishopAttacks(from) & ~own);
+        }
+        for (Bitboard s = b.bbPiece[US][ROOK]; s;) {
+            const Square from = popLowest(s);
+            addTargets(ROOK, from, b.rookAttacks(from) & ~own);
+        }
+        for (Bitboard s = b.bbPiece[US][QUEEN]; s;) {
+            const Square from = popLowest(s);
+            addTargets(QUEEN, from, b.queenAttacks(from) & ~own);
+        }
+        kingMoves();
+        for (Bitboard p = b.bbPiece[US][PAWN]; p;)
+            pawnMoves(popLowest(p));
+        enPassant();
+    }
+
+private:
+    static constexpr Color THEM           = opponent(US);
+    static constexpr int FORWARD          = US == WHITE ? 8 : -8;
+    static constexpr Bitboard SECOND_RANK = US == WHITE ? 0xFF00ULL : 0xFF000000000000ULL;
+    static constexpr Bitboard SEVENTH     = US == WHITE ? 0xFF000000000000ULL : 0xFF00ULL;
+    static Bitboard advance(Bitboard x) { return US == WHITE ? x << 8 : x >> 8; }
+
+    // One piece's legal moves to the squares of `targets`, none of them a promotion.
+    void addTargets(Piece piece, Square from, Bitboard targets) {
+        if (pins.pinned & bit(from))
+            targets &= pins.rayOf(from);
+        c.nodes += popCount(targets);
+        c.captures += popCount(targets & enemy);
+        Bitboard checking = targets & cs.fromSquares[piece];
+        if (cs.discoverers & bit(from))
+            for (Bitboard t = targets & ~checking; t;) {
+                const Square to = popLowest(t);
+                if (direction[from][cs.king] != direction[to][cs.king])
+                    checking |= bit(to);
+            }
+        while (checking) {
+            const Square to = popLowest(checking);
+            Move m          = makeMoveWord(from, to, piece, Piece(b.pieceArray[to]));
+            if (piece == PAWN && (to - from == 2 * FORWARD))
+                m |= MOVE_DOUBLE;
+            tallyCheck(b, c, m, spare);
+        }
+    }
+
+    void kingMoves() {
+        const Square king = b.kingSquare[US];
+        Bitboard safe     = 0;
+        for (Bitboard t = kingAttack[king] & ~own; t;) {
+            const Square to = popLowest(t);
+            if (!b.isAttackedWithout(king, to, THEM))
+                safe |= bit(to);
+        }
+        addTargets(KING, king, safe);
+        MoveEntry castles[2];
+        const int count = b.generateCastling(castles);
+        for (int i = 0; i < count; ++i) {
+            tallyMoveWord(c, castles[i].move);
+            if (givesCheckSpecial(b, cs.king, castles[i].move))
+                tallyCheck(b, c, castles[i].move, spare);
+        }
+    }
+
+    void pawnMoves(Square from) {
+        Bitboard push = advance(bit(from)) & empty;
+        if (bit(from) & SECOND_RANK)
+            push |= advance(push) & empty;
+        const Bitboard targets = push | (pawnAttack[US][from] & enemy);
+        if (bit(from) & SEVENTH)
+            promotions(from, targets);
+        else
+            addTargets(PAWN, from, targets);
+    }
+
+    // Four moves a target square, each promotion's check tested on its own.
+    void promotions(Square from, Bitboard targets) {
+        if (pins.pinned & bit(from))
+            targets &= pins.rayOf(from);
+        while (targets) {
+            const Square to      = popLowest(targets);
+            const Piece captured = Piece(b.pieceArray[to]);
+            c.nodes += 4;
+            c.promotions += 4;
+            c.captures += captured != EMPTY ? 4 : 0;
+            for (Piece promotion : {QUEEN, ROOK, KNIGHT, BISHOP}) {
+                const Move m = makeMoveWord(from, to, PAWN, captured, promotion);
+                if (givesCheckSpecial(b, cs.king, m))
+                    tallyCheck(b, c, m, spare);
+            }
+        }
+    }
+
+    // As the capture generator believes a FEN's en-passant file: only with an enemy pawn
+    // behind an empty target square. Make judges each capture, as it may uncover the king.
+    void enPassant() {
+        if (!b.epFile)
+            return;
+        const Square target = squareAt(b.epFile - 1, US == WHITE ? 5 : 2);
+        if (!(empty & bit(target)) || !(b.bbPiece[THEM][PAWN] & bit(target - FORWARD)))
+            return;
+        for (Bitboard p = pawnAttack[THEM][target] & b.bbPiece[US][PAWN]; p;)
+            tallyByMake(b, c, makeMoveWord(popLowest(p), target, PAWN, PAWN) | MOVE_EP, spare);
+    }
+
+    ChessBoard& b;
+    const CheckSquares& cs;
+    PerftCounters& c;
+    MoveEntry* spare;
+    const Pins pins;
+    const Bitboard own, enemy, empty;
+};
+
+} // namespace
+
+LegalityTest::LegalityTest(const Position& p)
+    : pinned(Pins(p, p.side()).pinned), king(p.kingSquare[p.side()]), them(opponent(p.side())),
+      usable((p.bbPiece[p.side()][KING] & bit(king)) &&
+             !(kingAttack[king] & p.bbPiece[them][KING])) {}
+
+void countLeafMoves(ChessBoard& b, int listStart, PerftCounters& c) {
+    MoveEntry* list    = b.moveStack + listStart;
+    const bool checked = b.sideToMoveInCheck();
+    const Color us     = b.side();
+    if (!checked && (b.bbPiece[us][KING] & bit(b.kingSquare[us]))) {
+        const CheckSquares checks = checkSquaresOf(b);
+        if (checks.reliable) {
+            b.inCheck = 0;
+            if (us == WHITE)
+                BulkCount<WHITE>(b, checks, c, list).run();
+            else
+                BulkCount<BLACK>(b, checks, c, list).run();
+            return;
+        }
+    }
+    countListed(b, list, checked, c);
+}
