@@ -26,7 +26,7 @@ Bitboard discoverersOf(const Position& p, Color us, Square king) {
 
 } // namespace
 
-CheckSquares checkSquaresOf(const Position& p) {
+CheckSquares checkSquaresOf(const Position& p, bool enemyKingSafe) {
     const Color us   = p.side();
     const Color them = opponent(us);
     CheckSquares cs;
@@ -39,7 +39,7 @@ CheckSquares checkSquaresOf(const Position& p) {
     cs.fromSquares[QUEEN]  = cs.fromSquares[BISHOP] | cs.fromSquares[ROOK];
     cs.fromSquares[KING]   = kingAttack[cs.king];
     cs.discoverers         = discoverersOf(p, us, cs.king);
-    cs.reliable            = !p.isAttacked(cs.king, us);
+    cs.reliable            = enemyKingSafe || !p.isAttacked(cs.king, us);
     return cs;
 }
 

@@ -12,7 +12,8 @@ struct CheckSquares {
     bool reliable;           // false when the enemy king already stands attacked
 };
 
-CheckSquares checkSquaresOf(const Position& p);
+// `enemyKingSafe` spares the attack test when the caller knows its answer.
+CheckSquares checkSquaresOf(const Position& p, bool enemyKingSafe = false);
 
 // The move's check worked out on occupancy and piece sets as they will be after it: for en
 // passant, castling and promotions, whose from-square or second piece can open or close a

@@ -48,14 +48,20 @@ void ChessBoard::perftStats(int depth, int listStart) {
         return;
     const bool checked = sideToMoveInCheck();
     if (depth == 1) {
-        countLeafMoves(*this, listStart, perftCounters);
+        countLeafMoves(*this, listStart, perftCounters, false);
     } else {
         MoveEntry* list = moveStack + listStart;
         const int count = generateMoves(list, checked);
         for (int i = 0; i < count; ++i) {
             const Move m = list[i].move;
-            if (makeMove(m))
-                perftStats(depth - 1, listStart + count);
+            // A child one ply above the leaves is counted here, where its move is known
+            // legal and so the enemy king safe.
+            if (makeMove(m)) {
+                if (depth > 2)
+                    perftStats(depth - 1, listStart + count);
+                else if (listStart + count + 2 * MAX_GENERATED <= MOVE_STACK_SIZE)
+                    countLeafMoves(*this, listStart + count, perftCounters, true);
+            }
             unmakeMove(m);
         }
     }

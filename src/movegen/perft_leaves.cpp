@@ -118,8 +118,7 @@ public:
     BulkCount(ChessBoard& board, const CheckSquares& checks, PerftCounters& counters,
               MoveEntry* spareList)
         : b(board), cs(checks), c(counters), spare(spareList), pins(board, US),
-          own(board.bbColorPiece[US]), enemy(board.bbColorPiece[THEM]),
-          empty(~board.bbAllPiece) {}
+          own(board.bbColorPiece[US]), enemy(board.bbColorPiece[THEM]), empty(~board.bbAllPiece) {}
 
     void run() {
         for (Bitboard n = b.bbPiece[US][KNIGHT]; n;) {
@@ -139,8 +138,7 @@ public:
             addTargets(QUEEN, from, b.queenAttacks(from) & ~own);
         }
         kingMoves();
-        for (Bitboard p = b.bbPiece[US][PAWN]; p;)
-            pawnMoves(popLowest(p));
+        pawnMoves();
         enPassant();
     }
 
@@ -149,7 +147,12 @@ private:
     static constexpr int FORWARD          = US == WHITE ? 8 : -8;
     static constexpr Bitboard SECOND_RANK = US == WHITE ? 0xFF00ULL : 0xFF000000000000ULL;
     static constexpr Bitboard SEVENTH     = US == WHITE ? 0xFF000000000000ULL : 0xFF00ULL;
+    static constexpr int WEST_CAPTURE = FORWARD - 1, EAST_CAPTURE = FORWARD + 1;
+    static constexpr Bitboard FILE_A = 0x0101010101010101ULL, FILE_H = FILE_A << 7;
     static Bitboard advance(Bitboard x) { return US == WHITE ? x << 8 : x >> 8; }
+    template <int STEP> static Bitboard shift(Bitboard x) {
+        return STEP > 0 ? x << STEP : x >> -STEP;
+    }
 
     // One piece's legal moves to the squares of `targets`, none of them a promotion.
     void addTargets(Piece piece, Square from, Bitboard targets) {
@@ -188,6 +191,35 @@ private:
             tallyMoveWord(c, castles[i].move);
             if (givesCheckSpecial(b, cs.king, castles[i].move))
                 tallyCheck(b, c, castles[i].move, spare);
+        }
+    }
+
+    // Pawns that are pinned, may uncover a check or promote go one by one; the others, the
+    // most of them, go all at once by shifts.
+    void pawnMoves() {
+        const Bitboard pawns   = b.bbPiece[US][PAWN];
+        const Bitboard special = pawns & (SEVENTH | pins.pinned | cs.discoverers);
+        for (Bitboard p = special; p;)
+            pawnMoves(popLowest(p));
+        const Bitboard plain = pawns & ~special;
+        const Bitboard one   = advance(plain) & empty;
+        const Bitboard two   = advance(advance(plain & SECOND_RANK) & empty) & empty;
+        const Bitboard west  = shift<WEST_CAPTURE>(plain & ~FILE_A) & enemy;
+        const Bitboard east  = shift<EAST_CAPTURE>(plain & ~FILE_H) & enemy;
+        c.nodes += popCount(one) + popCount(two) + popCount(west) + popCount(east);
+        c.captures += popCount(west) + popCount(east);
+        const Bitboard direct = cs.fromSquares[PAWN];
+        pawnChecks(one & direct, FORWARD, 0);
+        pawnChecks(two & direct, 2 * FORWARD, MOVE_DOUBLE);
+        pawnChecks(west & direct, WEST_CAPTURE, 0);
+        pawnChecks(east & direct, EAST_CAPTURE, 0);
+    }
+
+    void pawnChecks(Bitboard targets, int step, Move flag) {
+        while (targets) {
+            const Square to = popLowest(targets);
+            const Move m    = makeMoveWord(to - step, to, PAWN, Piece(b.pieceArray[to])) | flag;
+            tallyCheck(b, c, m, spare);
         }
     }
 
@@ -247,12 +279,12 @@ LegalityTest::LegalityTest(const Position& p)
       usable((p.bbPiece[p.side()][KING] & bit(king)) &&
              !(kingAttack[king] & p.bbPiece[them][KING])) {}
 
-void countLeafMoves(ChessBoard& b, int listStart, PerftCounters& c) {
+void countLeafMoves(ChessBoard& b, int listStart, PerftCounters& c, bool afterLegalMove) {
     MoveEntry* list    = b.moveStack + listStart;
     const bool checked = b.sideToMoveInCheck();
     const Color us     = b.side();
     if (!checked && (b.bbPiece[us][KING] & bit(b.kingSquare[us]))) {
-        const CheckSquares checks = checkSquaresOf(b);
+        const CheckSquares checks = checkSquaresOf(b, afterLegalMove);
         if (checks.reliable) {
             b.inCheck = 0;
             if (us == WHITE)

@@ -30,5 +30,6 @@ struct LegalityTest {
 };
 
 // Adds the seven counters of the legal moves of the position on the board to `c`. The move
-// lists it needs start at moveStack + listStart, two deep.
-void countLeafMoves(ChessBoard& b, int listStart, PerftCounters& c);
+// lists it needs start at moveStack + listStart, two deep. `afterLegalMove` says the position
+// was reached by a move that make found legal, so the enemy king is known to be safe.
+void countLeafMoves(ChessBoard& b, int listStart, PerftCounters& c, bool afterLegalMove);
