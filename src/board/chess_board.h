@@ -113,7 +113,6 @@ public:
     int generateCaptures(MoveEntry* list) const;
     int generateQuiets(MoveEntry* list) const;
     int generateEvasions(MoveEntry* list) const;
-    int generateCastling(MoveEntry* list) const;        // the castling moves of generateQuiets
     int generateMoves(MoveEntry* list, int inCheckNow); // writes the inCheck flag
     // generateMoves' list for the side to move as it stands, without writing the flag.
     int generatePseudoLegalMoves(MoveEntry* list) const;

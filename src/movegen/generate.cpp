@@ -231,12 +231,6 @@ int ChessBoard::generateEvasions(MoveEntry* list) const {
     return sideToMove == WHITE ? evasions<WHITE>(*this, list) : evasions<BLACK>(*this, list);
 }
 
-int ChessBoard::generateCastling(MoveEntry* list) const {
-    MoveEntry* end =
-        sideToMove == WHITE ? addCastling<WHITE>(*this, list) : addCastling<BLACK>(*this, list);
-    return int(end - list);
-}
-
 int ChessBoard::generatePseudoLegalMoves(MoveEntry* list) const {
     if (sideToMoveInCheck())
         return generateEvasions(list);

@@ -176,22 +176,52 @@ private:
         }
     }
 
+    // The king's steps are judged with the king lifted off the board, so that a slider's
+    // line through its square counts.
     void kingMoves() {
         const Square king = b.kingSquare[US];
         Bitboard safe     = 0;
-        for (Bitboard t = kingAttack[king] & ~own; t;) {
-            const Square to = popLowest(t);
-            if (!b.isAttackedWithout(king, to, THEM))
-                safe |= bit(to);
+        if (Bitboard t = kingAttack[king] & ~own) {
+            Occupancy lifted = b.occupancy();
+            lifted.remove(king);
+            const Bitboard* theirs = b.bbPiece[THEM];
+            while (t) {
+                const Square to = popLowest(t);
+                if (!(pawnAttack[US][to] & theirs[PAWN]) && !(knightAttack[to] & theirs[KNIGHT]) &&
+                    !(kingAttack[to] & theirs[KING]) &&
+                    !(lifted.bishopAttacks(to) & (theirs[BISHOP] | theirs[QUEEN])) &&
+                    !(lifted.rookAttacks(to) & (theirs[ROOK] | theirs[QUEEN])))
+                    safe |= bit(to);
+            }
         }
         addTargets(KING, king, safe);
-        MoveEntry castles[2];
-        const int count = b.generateCastling(castles);
-        for (int i = 0; i < count; ++i) {
-            tallyMoveWord(c, castles[i].move);
-            if (givesCheckSpecial(b, cs.king, castles[i].move))
-                tallyCheck(b, c, castles[i].move, spare);
-        }
+        castling(safe);
+    }
+
+    // The generator's conditions, with the king known not to be in check and the square it
+    // crosses known safe from its steps: the right, the empty path, the rook in its corner,
+    // and the landing square not attacked.
+    void castling(Bitboard safe) {
+        constexpr Square home        = US == WHITE ? 4 : 60;
+        constexpr int shortRight     = US == WHITE ? CASTLE_WHITE_SHORT : CASTLE_BLACK_SHORT;
+        constexpr int longRight      = US == WHITE ? CASTLE_WHITE_LONG : CASTLE_BLACK_LONG;
+        constexpr Bitboard shortPath = US == WHITE ? castlePathWhiteShort : castlePathBlackShort;
+        constexpr Bitboard longPath  = US == WHITE ? castlePathWhiteLong : castlePathBlackLong;
+        if (!(b.castleRights & (shortRight | longRight)) || b.kingSquare[US] != home)
+            return;
+        const Bitboard rooks = b.bbPiece[US][ROOK];
+        if ((b.castleRights & shortRight) && !(b.bbAllPiece & shortPath) &&
+            (rooks & bit(home + 3)) && (safe & bit(home + 1)) && !b.isAttacked(home + 2, THEM))
+            addCastle(US == WHITE ? WHITE_SHORT_CASTLE : BLACK_SHORT_CASTLE);
+        if ((b.castleRights & longRight) && !(b.bbAllPiece & longPath) && (rooks & bit(home - 4)) &&
+            (safe & bit(home - 1)) && !b.isAttacked(home - 2, THEM))
+            addCastle(US == WHITE ? WHITE_LONG_CASTLE : BLACK_LONG_CASTLE);
+    }
+
+    void addCastle(Move m) {
+        tallyMoveWord(c, m);
+        if (castleGivesCheck(m))
+            tallyCheck(b, c, m, spare);
     }
 
     // Pawns that are pinned, may uncover a check or promote go one by one; the others, the
@@ -221,6 +251,18 @@ private:
             const Move m    = makeMoveWord(to - step, to, PAWN, Piece(b.pieceArray[to])) | flag;
             tallyCheck(b, c, m, spare);
         }
+    }
+
+    // Only the rook can check: the king lands on a square the enemy king does not touch, as
+    // castling is never into check, and it uncovers no line, as nothing of the mover stands
+    // behind its home square. The rook sees along its rank with the king gone from it.
+    bool castleGivesCheck(Move m) const {
+        const Square from = moveFrom(m), to = moveTo(m);
+        const Square rook = to > from ? from + 1 : from - 1;
+        const Bitboard onRank =
+            (b.bbAllPiece ^ bit(from) ^ bit(to) ^ bit(to > from ? from + 3 : from - 4)) | bit(rook);
+        return (rankAttack[rook][(onRank >> (8 * rankOf(rook) + 1)) & 63] | b.fileAttacks(rook)) &
+               bit(cs.king);
     }
 
     void pawnMoves(Square from) {
