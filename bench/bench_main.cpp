@@ -19,7 +19,8 @@ struct Subcommand {
 };
 
 constexpr Subcommand subcommands[] = {
-    {"perft", benchPerft, "perft speed: 6 plies from the start, 5 plies of Kiwipete"},
+    {"perft", benchPerft,
+     "perft speed, node walk and counter table: 6 plies from the start, 5 of Kiwipete"},
     {"eval", benchEval, "evaluation and SEE speed; with FENs, each position's terms"},
     {"search", benchSearch, "fixed-depth search over a set of positions: nodes and speed"},
 };

@@ -1,9 +1,11 @@
-// Perft speed: the plain perft walk from two positions, and, when Debian's stockfish is
-// installed, its own "go perft" timed in the same run so the ratio means something on a
-// shared machine.
+// Perft speed: the plain node walk and the seven-counter table that "pellix -perft" prints,
+// from two positions, each against Debian's stockfish "go perft" when it is installed. The
+// three are run in turn, three rounds, and the medians compared, so that the load of a
+// shared machine falls on all of them alike.
 #include "bench.h"
 #include "tools/silent_board.h"
 
+#include <algorithm>
 #include <cinttypes>
 #include <cstdio>
 #include <cstring>
@@ -23,6 +25,7 @@ constexpr PerftCase cases[] = {
     {"kiwipete", "r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq - 0 1", 5,
      193690690},
 };
+constexpr int ROUNDS = 3;
 
 // Wall time of "go perft N" in stockfish (Debian installs it in /usr/games), or a negative
 // number when it cannot be run. Its start-up is part of the time, which favours Pellix a little.
@@ -46,6 +49,30 @@ double stockfishSeconds(const char* fen, int depth) {
     return counted ? elapsed : -1;
 }
 
+// The table's rows as the perft mode computes them, depth by depth; the last row's nodes.
+std::uint64_t counterTable(ChessBoard& board, int depth) {
+    for (int d = 1; d <= depth; ++d) {
+        board.perftCounters = {};
+        board.perftStats(d, 0);
+    }
+    return board.perftCounters.nodes;
+}
+
+double median(double* times) {
+    std::sort(times, times + ROUNDS);
+    return times[ROUNDS / 2];
+}
+
+void report(const PerftCase& c, const char* walk, std::uint64_t nodes, double seconds,
+            double reference) {
+    std::printf("%-9s %-6s depth %d  nodes %12" PRIu64 "  %7.3f s  %7.2f Mnps%s", c.name, walk,
+                c.depth, nodes, seconds, nodes / seconds / 1e6,
+                nodes == c.expected ? "" : "  WRONG COUNT");
+    if (reference > 0)
+        std::printf("  pellix/stockfish time ratio %.2f", seconds / reference);
+    std::printf("\n");
+}
+
 } // namespace
 
 int benchPerft(int, char**) {
@@ -54,18 +81,24 @@ int benchPerft(int, char**) {
     int status = 0;
     for (const PerftCase& c : cases) {
         board->setPosition(c.fen);
-        const double start        = benchSeconds();
-        const std::uint64_t nodes = board->perft(c.depth, 0);
-        const double seconds      = benchSeconds() - start;
-        std::printf("%-9s depth %d  nodes %12" PRIu64 "  %7.3f s  %7.2f Mnps%s\n", c.name, c.depth,
-                    nodes, seconds, nodes / seconds / 1e6,
-                    nodes == c.expected ? "" : "  WRONG COUNT");
-        if (nodes != c.expected)
+        double walk[ROUNDS], table[ROUNDS], reference[ROUNDS];
+        std::uint64_t walkNodes = 0, tableNodes = 0;
+        for (int round = 0; round < ROUNDS; ++round) {
+            double start     = benchSeconds();
+            walkNodes        = board->perft(c.depth, 0);
+            walk[round]      = benchSeconds() - start;
+            start            = benchSeconds();
+            tableNodes       = counterTable(*board, c.depth);
+            table[round]     = benchSeconds() - start;
+            reference[round] = stockfishSeconds(c.fen, c.depth);
+        }
+        const double stockfish = median(reference);
+        if (stockfish > 0)
+            std::printf("%-9s stockfish go perft %d: %7.3f s\n", c.name, c.depth, stockfish);
+        report(c, "nodes", walkNodes, median(walk), stockfish);
+        report(c, "table", tableNodes, median(table), stockfish);
+        if (walkNodes != c.expected || tableNodes != c.expected)
             status = 1;
-        const double reference = stockfishSeconds(c.fen, c.depth);
-        if (reference > 0)
-            std::printf("%-9s stockfish go perft %d: %7.3f s  pellix/stockfish time ratio %.2f\n",
-                        c.name, c.depth, reference, seconds / reference);
     }
     return status;
 }

@@ -56,8 +56,8 @@ TEST(GivesCheck, AgreesWithMakeOnEveryLegalMove) {
                 break;
             const bool predicted = givesCheck(*board, info, m);
             board->makeMove(m);
-            EXPECT_EQ(predicted, board->sideToMoveInCheck()) << fen << " " << moveFrom(m) << "-"
-                                                             << moveTo(m);
+            EXPECT_EQ(predicted, board->sideToMoveInCheck())
+                << fen << " " << moveFrom(m) << "-" << moveTo(m);
             checks += predicted;
             board->unmakeMove(m);
         }
