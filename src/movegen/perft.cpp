@@ -9,12 +9,13 @@ std::uint64_t ChessBoard::perft(int depth, int listStart) {
         return 1;
     if (listStart + MAX_GENERATED > MOVE_STACK_SIZE)
         return 0; // deeper than any run can reach
-    MoveEntry* list     = moveStack + listStart;
-    const bool checked  = sideToMoveInCheck();
+    MoveEntry* list    = moveStack + listStart;
+    const bool checked = sideToMoveInCheck();
+    // At the last ply only the number of legal moves matters.
+    if (depth == 1 && !checked && (bbPiece[side()][KING] & bit(kingSquare[side()])))
+        return countLegalLeaves(*this);
     const int count     = generateMoves(list, checked);
     std::uint64_t total = 0;
-
-    // At the last ply only the number of legal moves matters.
     if (depth == 1 && !checked) {
         const LegalityTest legality(*this);
         for (int i = 0; i < count; ++i) {

@@ -110,15 +110,20 @@ void countListed(ChessBoard& b, MoveEntry* list, bool checked, PerftCounters& c)
     }
 }
 
+// Check squares that match no move: the bulk count then leaves checks and mates alone.
+const CheckSquares NO_CHECKS = {};
+
 // The legal moves of a position not in check, counted piece by piece from attack sets. The
 // pieces move as the generators move them: knights, bishops, rooks, queens, the tracked
-// king, castling, pawn pushes and captures with every promotion, en passant.
+// king, castling, pawn pushes and captures with every promotion, en passant. Without check
+// squares (NO_CHECKS) it counts the moves and captures only, for the plain perft.
 template <Color US> class BulkCount {
 public:
     BulkCount(ChessBoard& board, const CheckSquares& checks, PerftCounters& counters,
               MoveEntry* spareList)
-        : b(board), cs(checks), c(counters), spare(spareList), pins(board, US),
-          own(board.bbColorPiece[US]), enemy(board.bbColorPiece[THEM]), empty(~board.bbAllPiece) {}
+        : b(board), cs(checks), c(counters), spare(spareList), withChecks(&checks != &NO_CHECKS),
+          pins(board, US), own(board.bbColorPiece[US]), enemy(board.bbColorPiece[THEM]),
+          empty(~board.bbAllPiece) {}
 
     void run() {
         for (Bitboard n = b.bbPiece[US][KNIGHT]; n;) {
@@ -220,7 +225,7 @@ private:
 
     void addCastle(Move m) {
         tallyMoveWord(c, m);
-        if (castleGivesCheck(m))
+        if (withChecks && castleGivesCheck(m))
             tallyCheck(b, c, m, spare);
     }
 
@@ -288,7 +293,7 @@ private:
             c.captures += captured != EMPTY ? 4 : 0;
             for (Piece promotion : {QUEEN, ROOK, KNIGHT, BISHOP}) {
                 const Move m = makeMoveWord(from, to, PAWN, captured, promotion);
-                if (givesCheckSpecial(b, cs.king, m))
+                if (withChecks && givesCheckSpecial(b, cs.king, m))
                     tallyCheck(b, c, m, spare);
             }
         }
@@ -302,14 +307,22 @@ private:
         const Square target = squareAt(b.epFile - 1, US == WHITE ? 5 : 2);
         if (!(empty & bit(target)) || !(b.bbPiece[THEM][PAWN] & bit(target - FORWARD)))
             return;
-        for (Bitboard p = pawnAttack[THEM][target] & b.bbPiece[US][PAWN]; p;)
-            tallyByMake(b, c, makeMoveWord(popLowest(p), target, PAWN, PAWN) | MOVE_EP, spare);
+        for (Bitboard p = pawnAttack[THEM][target] & b.bbPiece[US][PAWN]; p;) {
+            const Move m = makeMoveWord(popLowest(p), target, PAWN, PAWN) | MOVE_EP;
+            if (withChecks) {
+                tallyByMake(b, c, m, spare);
+            } else {
+                c.nodes += b.makeMove(m);
+                b.unmakeMove(m);
+            }
+        }
     }
 
     ChessBoard& b;
     const CheckSquares& cs;
     PerftCounters& c;
     MoveEntry* spare;
+    const bool withChecks;
     const Pins pins;
     const Bitboard own, enemy, empty;
 };
@@ -337,4 +350,15 @@ void countLeafMoves(ChessBoard& b, int listStart, PerftCounters& c, bool afterLe
         }
     }
     countListed(b, list, checked, c);
+}
+
+std::uint64_t countLegalLeaves(ChessBoard& b) {
+    const Color us = b.side();
+    PerftCounters c{};
+    b.inCheck = 0;
+    if (us == WHITE)
+        BulkCount<WHITE>(b, NO_CHECKS, c, nullptr).run();
+    else
+        BulkCount<BLACK>(b, NO_CHECKS, c, nullptr).run();
+    return c.nodes;
 }

@@ -33,3 +33,7 @@ struct LegalityTest {
 // lists it needs start at moveStack + listStart, two deep. `afterLegalMove` says the position
 // was reached by a move that make found legal, so the enemy king is known to be safe.
 void countLeafMoves(ChessBoard& b, int listStart, PerftCounters& c, bool afterLegalMove);
+
+// The number of legal moves of a position not in check whose tracked king is on the board;
+// nothing is made but the en-passant captures.
+std::uint64_t countLegalLeaves(ChessBoard& b);
