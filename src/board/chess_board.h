@@ -126,7 +126,7 @@ public:
     MoveEntry moveStack[MOVE_STACK_SIZE];
     std::uint8_t gameStatus = STATUS_NORMAL;
 
-    // --- Perft and divide (movegen/perft.cpp; the reports in tools/perft_output.cpp) -------
+    // --- Perft and divide (movegen/perft.cpp, perft_leaves.cpp; printed by tools/) --------
     std::uint64_t perft(int depth, int listStart);
     void perftStats(int depth, int listStart);
     int divide(int depth); // fills divideRows, returns the number of rows

@@ -1,7 +1,8 @@
 // Generation and ordering. Perft counts are the strongest check of generation, make and
 // unmake together, evasions included; beyond the counts, which list each kind of move comes
-// in. (The seven counters of the statistics walk and the divide rows are checked through the
-// command line; the queen first of a promotion's four, through the coordinate reader.) Then
+// in. (The seven counters of the statistics walk are held to the make-every-leaf walk in
+// perft_stats_test.cpp; the divide rows are checked through the command line; the queen first
+// of a promotion's four, through the coordinate reader.) Then
 // the static exchange evaluator on classic exchanges, and the order the scores put the moves
 // of the main and the capture search in.
 #include "test_support.h"
