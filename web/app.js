@@ -2,6 +2,8 @@
 // game (legality, SAN, the end of the game), cm-chessboard draws it, and the engine runs in
 // its worker (engine.js), spoken to in UCI. Every change of the game stops a running search
 // first; the next one starts from the engine's bestmove, so no two searches ever overlap.
+// Games are played with the opening book; analysis runs an engine without it, since a book
+// move comes with no search report. Switching mode starts the other engine.
 import {Chess} from "./node_modules/chess.js/dist/esm/chess.js";
 import {Chessboard, INPUT_EVENT_TYPE} from "./node_modules/cm-chessboard/src/Chessboard.js";
 import {Engine} from "./engine.js";
@@ -16,6 +18,14 @@ const board = new Chessboard($("board"), {
     style: {animationDuration: 150},
 });
 
+// Moves come faster than their animations at short time controls: one animates only when
+// the board has finished drawing the last, so it never lags behind the game.
+let drawing = 0;
+function drawBoard(animated) {
+    drawing++;
+    board.setPosition(game.fen(), animated && drawing === 1).finally(() => drawing--);
+}
+
 const settings = () => ({
     mode: document.querySelector("input[name=mode]:checked").value,
     colour: $("colour").value,
@@ -26,14 +36,30 @@ const settings = () => ({
 });
 
 const state = {
-    engineName: null, ready: false, lines: [], bestMoves: [],
+    engineName: null, ready: false, handshakes: 0, lines: [], bestMoves: [],
     search: null,          // the running search: {purpose, fen, cancelled}
     rethink: false,        // decide again once the running search has answered
     clocks: {w: 0, b: 0}, clockSince: 0, flagged: null,
 };
 
-const engine = new Engine(onEngineLine);
-engine.send("uci");
+let engine = null;
+let engineWithBook = null;
+
+// An engine with the book for games, without it for analysis; the running one is replaced
+// when the mode calls for the other.
+function startEngine() {
+    const book = settings().mode === "play";
+    if (engine && engineWithBook === book)
+        return false;
+    engine?.terminate();
+    Object.assign(state, {ready: false, search: null, rethink: false});
+    engineWithBook = book;
+    const current = new Engine((line) => current === engine && onEngineLine(line), book);
+    engine = current;
+    engine.send("uci");
+    return true;
+}
+startEngine();
 
 function onEngineLine(line) {
     if (line === null)
@@ -43,8 +69,13 @@ function onEngineLine(line) {
         state.engineName = line.slice(8);
     else if (line === "uciok") {
         $("engine-name").textContent = state.engineName;
+        const first = state.handshakes++ === 0;
         state.ready = true;
-        newGame();
+        engine.send("ucinewgame");
+        if (first)
+            newGame();
+        else
+            think();
     } else if (line.startsWith("info "))
         showReport(line);
     else if (line.startsWith("bestmove"))
@@ -117,7 +148,7 @@ function playMove(uci, who) {
         return false;
     }
     chargeClock(move.color);
-    board.setPosition(game.fen(), true);
+    drawBoard(true);
     showMoves();
     if (who === "user")
         rethink();
@@ -142,9 +173,10 @@ function resetGame(fen) {
     state.clocks  = {w: s.clockMs, b: s.clockMs};
     state.flagged = null;
     state.clockSince = performance.now();
-    board.setPosition(fen, false);
+    drawBoard(false);
     board.setOrientation(s.colour === "b" && s.mode === "play" ? "b" : "w");
-    engine.send("ucinewgame");
+    if (state.ready)
+        engine.send("ucinewgame");
     showMoves();
     clearReport();
     rethink();
@@ -156,7 +188,7 @@ function takeBack() {
     if (engineToMove())
         game.undo();
     state.flagged = null;
-    board.setPosition(game.fen(), true);
+    drawBoard(true);
     showMoves();
     rethink();
 }
@@ -288,7 +320,9 @@ for (const radio of document.querySelectorAll("input[name=mode]"))
     radio.onchange = () => {
         board.setOrientation(settings().mode === "play" && settings().colour === "b" ? "b" : "w");
         clearReport();
-        rethink();
+        if (!startEngine())
+            rethink();
+        showStatus();
     };
 $("fen-form").onsubmit = (event) => {
     event.preventDefault();
@@ -303,4 +337,4 @@ $("fen-form").onsubmit = (event) => {
 };
 
 // For the tests and the console: the game, the engine's lines and the user's move.
-window.pellix = {game, state, userMove, newGame, takeBack, send: (c) => engine.send(c)};
+window.pellix = {game, state, drawn: () => drawing === 0, userMove, newGame, takeBack, send: (c) => engine.send(c)};

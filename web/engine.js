@@ -1,10 +1,10 @@
-// The page's side of the engine: starts the worker, writes commands into its input queue
+// The page's side of the engine: starts the worker (with or without the opening book), writes commands into its input queue
 // and hands each line the engine prints to a listener. Commands that find the queue full
 // wait here and go out in order as it drains.
 import {createInputQueue, InputQueueWriter} from "./input-queue.js";
 
 export class Engine {
-    constructor(onLine) {
+    constructor(onLine, book) {
         const queue  = createInputQueue();
         this.writer  = new InputQueueWriter(queue);
         this.backlog = [];
@@ -17,7 +17,13 @@ export class Engine {
             else if (data.exit !== undefined)
                 onLine(null);
         };
-        this.worker.postMessage({queue});
+        this.worker.postMessage({queue, book});
+    }
+
+    // The worker spends its life inside the engine, so ending it is the only way to stop it.
+    terminate() {
+        clearTimeout(this.retry);
+        this.worker.terminate();
     }
 
     send(command) {
