@@ -127,10 +127,13 @@ test-windows: windows
 	PELLIX_TEST_WINDOWS=$(abspath $(WINDOWS_DIR)) $(BUILD_DIR)/pellix_process_tests --gtest_brief=1
 
 # The engine and the bench as WebAssembly in $(WASM_DIR) (pellix.js and .wasm,
-# pellix-bench.js and .wasm), with the opening book the page preloads. Debian's emscripten
-# finds its optimiser's parser (acorn) only through NODE_PATH; -mpopcnt means nothing there.
+# pellix-bench.js and .wasm), with the opening book the page preloads, made by the native
+# pellix-book; the native engine is what test-web compares with. Debian's emscripten finds
+# its optimiser's parser (acorn) only through NODE_PATH; -mpopcnt means nothing there.
 WASM_ENV = NODE_PATH=/usr/share/nodejs
-wasm: all
+wasm:
+	$(CONFIGURE) -S . -B $(BUILD_DIR) -DCMAKE_BUILD_TYPE=Release
+	cmake --build $(BUILD_DIR) -j $(JOBS) --target pellix pellix-openbook
 	$(WASM_ENV) emcmake $(CONFIGURE) -S . -B $(WASM_DIR) -DCMAKE_BUILD_TYPE=Release \
 	    -DPELLIX_TESTS=OFF -DPELLIX_HAS_POPCNT=OFF
 	$(WASM_ENV) cmake --build $(WASM_DIR) -j $(JOBS) --target pellix pellix-bench
@@ -149,7 +152,7 @@ web/node_modules: web/package.json web/package-lock.json
 # The module under Node against the native build (perft rows, bench signature, the input
 # queue), then a whole game and an analysis in headless Chromium, driven by puppeteer-core.
 test-web: wasm web/node_modules
-	cd web && node --test test/
+	cd web && node --test test/module.test.mjs test/browser.test.mjs
 	@echo "screenshot: $(abspath build/web/screenshot.png)"
 
 # Every package into $(PACKAGE_DIR): the Debian package and a .tar.gz of the same files

@@ -48,6 +48,12 @@ let engineWithBook = null;
 // An engine with the book for games, without it for analysis; the running one is replaced
 // when the mode calls for the other.
 function startEngine() {
+    if (typeof SharedArrayBuffer !== "function") {
+        status("The engine needs SharedArrayBuffer: serve this page with the headers " +
+               "Cross-Origin-Opener-Policy: same-origin and Cross-Origin-Embedder-Policy: " +
+               "require-corp.");
+        return true;
+    }
     const book = settings().mode === "play";
     if (engine && engineWithBook === book)
         return false;
@@ -233,6 +239,8 @@ function status(text) {
 }
 
 function showStatus() {
+    if (!engine)
+        return;
     if (!state.ready)
         return status("Loading the engine…");
     const side = game.turn() === "w" ? "White" : "Black";

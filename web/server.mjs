@@ -43,7 +43,8 @@ export function fileFor(urlPath) {
     return null;
 }
 
-export function startServer(port) {
+// onServe(path, bytes), when given, hears of every file sent (speed.mjs sums the page's size).
+export function startServer(port, onServe = () => {}) {
     const server = createServer(async (request, response) => {
         let file = null;
         try {
@@ -58,6 +59,7 @@ export function startServer(port) {
             const type = TYPES[extname(file)] || "application/octet-stream";
             response.writeHead(200, {...ISOLATION, "Content-Type": type, "Cache-Control": "no-cache"});
             response.end(body);
+            onServe(request.url, body.length);
         } catch {
             response.writeHead(404, {...ISOLATION, "Content-Type": "text/plain"});
             response.end("not found\n");
