@@ -219,6 +219,7 @@ function tickClocks() {
     if (clockRuns()) {
         shown[running] -= performance.now() - state.clockSince;
         if (shown[running] <= 0) {
+            state.clocks[running] = 0;
             state.flagged = running;
             rethink();
         }
