@@ -5,6 +5,7 @@ FUZZ_DIR     ?= build/fuzz
 PGO_DIR      ?= build/pgo
 PACKAGE_DIR  ?= build/packages
 WINDOWS_DIR  ?= build/windows
+WASM_DIR     ?= build/wasm
 JOBS         ?= $(shell nproc 2>/dev/null || echo 2)
 PREFIX       ?= /usr/local
 # WERROR=ON turns compiler warnings into errors (CI builds this way).
@@ -27,7 +28,7 @@ FORMATTED    = $(shell git ls-files 'src/*.cpp' 'src/*.h' 'bench/*.cpp' 'bench/*
 
 .PHONY: all run test test-release test-sanitize bench valgrind fuzz format format-check \
         install pgo pgo-speed package package-linux package-windows test-package windows \
-        test-windows clean
+        test-windows wasm serve test-web clean
 
 all:
 	$(CONFIGURE) -S . -B $(BUILD_DIR) -DCMAKE_BUILD_TYPE=Release
@@ -124,6 +125,35 @@ windows: all
 test-windows: windows
 	WINEDEBUG=-all wine $(WINDOWS_DIR)/pellix_tests.exe --gtest_brief=1
 	PELLIX_TEST_WINDOWS=$(abspath $(WINDOWS_DIR)) $(BUILD_DIR)/pellix_process_tests --gtest_brief=1
+
+# The engine and the bench as WebAssembly in $(WASM_DIR) (pellix.js and .wasm,
+# pellix-bench.js and .wasm), with the opening book the page preloads, made by the native
+# pellix-book; the native engine is what test-web compares with. Debian's emscripten finds
+# its optimiser's parser (acorn) only through NODE_PATH; -mpopcnt means nothing there.
+WASM_ENV = NODE_PATH=/usr/share/nodejs
+wasm:
+	$(CONFIGURE) -S . -B $(BUILD_DIR) -DCMAKE_BUILD_TYPE=Release
+	cmake --build $(BUILD_DIR) -j $(JOBS) --target pellix pellix-openbook
+	$(WASM_ENV) emcmake $(CONFIGURE) -S . -B $(WASM_DIR) -DCMAKE_BUILD_TYPE=Release \
+	    -DPELLIX_TESTS=OFF -DPELLIX_HAS_POPCNT=OFF
+	$(WASM_ENV) cmake --build $(WASM_DIR) -j $(JOBS) --target pellix pellix-bench
+	cp $(BUILD_DIR)/pellixopenbook.bin $(WASM_DIR)/
+
+# The page in web/ with the engine of `make wasm`, on http://localhost:$(PORT)/; the server
+# sends the cross-origin isolation headers that SharedArrayBuffer needs.
+PORT ?= 8080
+serve: wasm web/node_modules
+	PORT=$(PORT) node web/server.mjs
+
+web/node_modules: web/package.json web/package-lock.json
+	cd web && npm ci --no-audit --no-fund
+	touch $@
+
+# The module under Node against the native build (perft rows, bench signature, the input
+# queue), then a whole game and an analysis in headless Chromium, driven by puppeteer-core.
+test-web: wasm web/node_modules
+	cd web && node --test test/module.test.mjs test/browser.test.mjs
+	@echo "screenshot: $(abspath build/web/screenshot.png)"
 
 # Every package into $(PACKAGE_DIR): the Debian package and a .tar.gz of the same files
 # (package-linux), and the Windows zip (package-windows). CPack's staging trees are removed.
