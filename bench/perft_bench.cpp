@@ -2,6 +2,7 @@
 // installed, its own "go perft" timed in the same run so the ratio means something on a
 // shared machine.
 #include "bench.h"
+#include "board/make_engine.h"
 #include "tools/silent_board.h"
 
 #include <cinttypes>
@@ -49,8 +50,7 @@ double stockfishSeconds(const char* fen, int depth) {
 } // namespace
 
 int benchPerft(int, char**) {
-    auto board = std::make_unique<SilentBoard>();
-    board->initTables(0);
+    auto board = makeEngine<SilentBoard>(0);
     int status = 0;
     for (const PerftCase& c : cases) {
         board->setPosition(c.fen);

@@ -1,5 +1,7 @@
 #include "test_support.h"
 
+#include "board/make_engine.h"
+
 #include <fstream>
 #include <gtest/gtest.h>
 #include <sstream>
@@ -53,8 +55,7 @@ void expectPerftCounts(const std::string& file, std::size_t maxDepth, std::size_
 }
 
 std::unique_ptr<SilentBoard> boardFrom(const std::string& fen) {
-    auto board = std::make_unique<SilentBoard>();
-    board->initTables(0);
+    auto board = makeEngine<SilentBoard>(0);
     EXPECT_EQ(board->setPosition(fen.c_str()), 1) << fen;
     return board;
 }

@@ -11,6 +11,7 @@
 #include "board/types.h"
 #include "board/zobrist.h"
 #include "eval/eval_info.h"
+#include "search/search_limits.h"
 #include "search/transposition_table.h"
 
 #include <cstdint>
@@ -32,14 +33,6 @@ constexpr int HISTORY_CAPACITY = GAME_PLY_LIMIT + 2 * MAX_PLY;
 constexpr int MOVE_STRIDE     = 256;
 constexpr int MAX_GENERATED   = 1024;
 constexpr int MOVE_STACK_SIZE = MAX_PLY * MOVE_STRIDE + MAX_GENERATED;
-
-enum TimeMode : int {
-    TIME_DEPTH    = 0,
-    TIME_NODES    = 1,
-    TIME_MOVETIME = 3,
-    TIME_CLOCK    = 5,
-    TIME_INFINITE = 7,
-};
 
 enum GameStatus : std::uint8_t { STATUS_NORMAL = 0, STATUS_CHECK, STATUS_MATE, STATUS_STALEMATE };
 
@@ -104,6 +97,8 @@ public:
     int takenCount[2] = {0, 0};
 
     // --- Move text (board/move_text.cpp) ----------------------------------------------------
+    // "e2e4", "e7e8n": the protocols' move text, with or without the promotion letter.
+    static void moveToCoordinates(Move m, char* out, bool withPromotion = true); // 6 bytes
     static void moveToLongText(Move m, char* out); // at least 16 bytes
     static void moveToSan(Move m, char* out, const MoveEntry* list, int count);
     int sanToMove(const char* text, Move& move);
@@ -164,7 +159,6 @@ public:
     bool startThinking();
     static unsigned long startThinkingThread(void* engine); // think, as a thread routine
     bool checkTime(); // false when the search must stop: the nodes' stop-and-poll step
-    void setTimeMode(int mode, std::int64_t value = 0);
 
     // The steps of one full-width node and of the iterations (search/alpha_beta.cpp,
     // search/root.cpp, search/think.cpp, search/time_control.cpp).
@@ -194,17 +188,11 @@ public:
     PrincipalVariation principalVariation = {};
     Move bestMove                         = NO_MOVE;
 
-    int timeMode                = TIME_CLOCK;
-    int depthOnlyLimit          = 5;
+    SearchLimits limits; // how the next search is bounded, as the protocols last set it
     int maxDepth                = MAX_PLY;
-    std::uint32_t timeLimit     = 7500;
-    std::uint32_t moveTime      = 5000000;
-    std::int64_t nodeLimit      = 1000000;
+    std::uint32_t timeLimit     = 7500; // the budget of the running search, microseconds
     std::uint32_t pollInterval  = 30000;
     std::uint32_t pollCounter   = 0;
-    int movesToGo               = 40;
-    float remainingTime[2]      = {0, 0};
-    int increment[2]            = {0, 0};
     bool clockRunning[2]        = {false, false};
     std::uint32_t clockStart[2] = {0, 0};
     std::int64_t searchStart    = 0; // performance-counter ticks

@@ -1,5 +1,5 @@
-// Moves as text: the long algebraic and standard algebraic writers, and the two readers
-// (coordinate text from the protocols, SAN from game files). Both readers look the move up
+// Moves as text: the coordinate, long algebraic and standard algebraic writers, and the two
+// readers (coordinate text from the protocols, SAN from game files). Both readers look the move up
 // among those generated in the position. The coordinate reader plays the generated move;
 // the SAN reader takes only its origin and builds the word from the text and the board, so
 // its moves never carry the en-passant bit and promote only when the text says "=".
@@ -11,9 +11,22 @@
 
 namespace {
 
-// Piece letters for move text; pawns (and anything that is not a piece) have none.
+// The one table of piece letters in move text, by Piece: upper case in algebraic text, lower
+// case for a promotion in coordinates. Pawns have none there.
+constexpr char PIECE_LETTERS[] = "  NBRQK";
+
 char pieceLetter(Piece p) {
-    return p >= KNIGHT && p <= KING ? "  NBRQK"[p] : 0;
+    return p >= KNIGHT && p <= KING ? PIECE_LETTERS[p] : 0;
+}
+
+// The piece a pawn becomes for its letter (upper case in SAN, lower in coordinates), or EMPTY.
+Piece promotionOf(char letter, bool upperCase) {
+    for (Piece p : {KNIGHT, BISHOP, ROOK, QUEEN}) {
+        const char upper = PIECE_LETTERS[p];
+        if (letter == (upperCase ? upper : char(upper - 'A' + 'a')))
+            return p;
+    }
+    return EMPTY;
 }
 
 char* writeSquare(char* out, Square s) {
@@ -45,6 +58,13 @@ bool isRankDigit(char c) {
 }
 
 } // namespace
+
+void ChessBoard::moveToCoordinates(Move m, char* out, bool withPromotion) {
+    out = writeSquare(writeSquare(out, moveFrom(m)), moveTo(m));
+    if (const char letter = pieceLetter(movePromotion(m)); letter && withPromotion)
+        *out++ = char(letter - 'A' + 'a');
+    *out = 0;
+}
 
 void ChessBoard::moveToLongText(Move m, char* out) {
     if (m == NO_MOVE) {
@@ -169,24 +189,8 @@ int ChessBoard::sanToMove(const char* text, Move& move) {
         return 0;
 
     Piece promotion = EMPTY;
-    if (*p == '=') {
-        switch (p[1]) {
-        case 'B':
-            promotion = BISHOP;
-            break;
-        case 'N':
-            promotion = KNIGHT;
-            break;
-        case 'Q':
-            promotion = QUEEN;
-            break;
-        case 'R':
-            promotion = ROOK;
-            break;
-        default:
-            return 0;
-        }
-    }
+    if (*p == '=' && (promotion = promotionOf(p[1], true)) == EMPTY)
+        return 0;
     // Built from the text: the en-passant bit is never set, and a promotion needs its "=".
     const Square from = moveFrom(list[found].move);
     move = makeMoveWord(from, to, piece, Piece(pieceArray[to] <= KING ? pieceArray[to] : 0),
@@ -209,25 +213,10 @@ int ChessBoard::playCoordinateMove(const char* text) {
         trace("error : %d,%d -> %d,%d");
         return 0;
     }
-    Piece promotion = EMPTY;
-    if (length == 5) {
-        switch (text[4]) {
-        case 'q':
-            promotion = QUEEN;
-            break;
-        case 'r':
-            promotion = ROOK;
-            break;
-        case 'b':
-            promotion = BISHOP;
-            break;
-        case 'n':
-            promotion = KNIGHT;
-            break;
-        default:
-            trace("bad promotion piece");
-            return 0;
-        }
+    const Piece promotion = length == 5 ? promotionOf(text[4], false) : EMPTY;
+    if (length == 5 && promotion == EMPTY) {
+        trace("bad promotion piece");
+        return 0;
     }
     const Square from = squareAt(text[0] - 'a', text[1] - '1');
     const Square to   = squareAt(text[2] - 'a', text[3] - '1');
