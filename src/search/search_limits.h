@@ -18,13 +18,13 @@ enum TimeMode : int {
 // Kept in the engine between commands, because a "go" without a mode keeps the previous
 // one and increments carry over; a new game puts everything but the clocks back.
 struct SearchLimits {
-    int timeMode            = TIME_CLOCK;
-    int depthOnlyLimit      = 5;
-    std::int64_t nodeLimit  = 1000000;
-    std::uint32_t moveTime  = 5000000; // microseconds
-    float remainingTime[2]  = {0, 0};  // milliseconds, by Color
-    int increment[2]        = {0, 0};  // milliseconds, by Color
-    int movesToGo           = 40;      // 0: the rest of the game
+    int timeMode           = TIME_CLOCK;
+    int depthOnlyLimit     = 5;
+    std::int64_t nodeLimit = 1000000;
+    std::uint32_t moveTime = 5000000; // microseconds
+    float remainingTime[2] = {0, 0};  // milliseconds, by Color
+    int increment[2]       = {0, 0};  // milliseconds, by Color
+    int movesToGo          = 40;      // 0: the rest of the game
     // Switches to the mode and stores its value (depth, nodes or microseconds); a mode
     // this engine does not know changes nothing.
     void setTimeMode(int mode, std::int64_t value = 0);

@@ -46,7 +46,7 @@ const BudgetCase BUDGETS[] = {
 SearchLimits limitsOf(const BudgetCase& c, bool mirrored) {
     SearchLimits limits;
     for (Color side : {BLACK, WHITE}) {
-        const Color from            = mirrored ? opponent(side) : side;
+        const Color from           = mirrored ? opponent(side) : side;
         limits.remainingTime[side] = c.clock[from];
         limits.increment[side]     = c.increment[from];
     }
@@ -63,8 +63,7 @@ TEST(TimeBudget, EveryModeWithEachColourToMove) {
         for (bool mirrored : {false, true}) {
             const Color toMove = mirrored ? opponent(c.toMove) : c.toMove;
             EXPECT_EQ(timeBudget(limitsOf(c, mirrored), toMove, c.elapsedMs), c.budget)
-                << "mode " << c.mode << ", to move " << toMove << ", moves to go "
-                << c.movesToGo;
+                << "mode " << c.mode << ", to move " << toMove << ", moves to go " << c.movesToGo;
         }
 }
 
