@@ -73,7 +73,6 @@ public:
     // The position flipped top to bottom with colours and the side to move swapped (no
     // castling or en passant): the same game seen from the other side, for symmetry checks.
     void toMirroredFen(char* out) const;
-    int rootMoveCount = 0; // moves generated when the position was set
 
     // --- Make and unmake (board/make_move.cpp) ----------------------------------------------
     int makeMove(Move m); // 1 legal, 0 own king attacked; made either way
@@ -115,7 +114,6 @@ public:
     int generateLegalMoves(MoveEntry* list);
     bool isMoveValid(Move m); // a legal move of this position
     bool isAttackedWithout(Square removed, Square square, Color by) const;
-    bool isPinned(Square square, Color colour) const;
     bool cannotWin(Color colour) const;
 
     MoveEntry moveStack[MOVE_STACK_SIZE];
@@ -135,7 +133,6 @@ public:
     // --- Move ordering (movegen/ordering.cpp, movegen/see.cpp) ------------------------------
     void scoreMoves(MoveEntry* list, int count, Move hashMove, int ply) const;
     void scoreCaptures(MoveEntry* list, int count, Move hashMove) const;
-    static void sortMoves(MoveEntry* list, int first, int count);
     int see(Move m) const;
 
     Move killerMove1[MAX_PLY] = {};

@@ -222,8 +222,8 @@ int ChessBoard::playCoordinateMove(const char* text) {
     const Square to   = squareAt(text[2] - 'a', text[3] - '1');
 
     MoveEntry list[MAX_GENERATED];
-    rootMoveCount = generateMoves(list, sideToMoveInCheck());
-    for (int i = 0; i < rootMoveCount; ++i) {
+    const int count = generateMoves(list, sideToMoveInCheck());
+    for (int i = 0; i < count; ++i) {
         const Move m = list[i].move;
         if (moveFrom(m) != from || moveTo(m) != to)
             continue;
