@@ -57,6 +57,55 @@ bool isRankDigit(char c) {
     return c >= '1' && c <= '8';
 }
 
+// A SAN text as the reader takes it: the piece, one origin hint, the destination and the
+// promotion after "=". Whatever follows is not looked at.
+struct SanText {
+    Piece piece     = PAWN;
+    int hintRank    = -1;
+    int hintFile    = -1;
+    Square to       = 0;
+    Piece promotion = EMPTY;
+
+    // Whether a generated move is one the text names (the first such is taken).
+    bool fits(Move m) const {
+        return movePiece(m) == piece && moveTo(m) == to &&
+               (hintRank < 0 || rankOf(moveFrom(m)) == hintRank) &&
+               (hintFile < 0 || fileOf(moveFrom(m)) == hintFile);
+    }
+};
+
+// The piece letter, or a file letter for a pawn; false for anything else.
+bool readSanPiece(char c, Piece& piece) {
+    for (Piece p : {KNIGHT, BISHOP, ROOK, QUEEN, KING})
+        if (c == PIECE_LETTERS[p]) {
+            piece = p;
+            return true;
+        }
+    piece = PAWN;
+    return isFileLetter(c);
+}
+
+bool readSanText(const char* p, SanText& san) {
+    if (!readSanPiece(*p, san.piece))
+        return false;
+    if (san.piece != PAWN)
+        ++p;
+    if (isRankDigit(p[0])) {
+        san.hintRank = p[0] - '1';
+        ++p;
+    } else if (isFileLetter(p[0]) && (isFileLetter(p[1]) || p[1] == 'x')) {
+        san.hintFile = p[0] - 'a';
+        ++p;
+    }
+    if (*p == 'x')
+        ++p;
+    if (!isFileLetter(p[0]) || !isRankDigit(p[1]))
+        return false;
+    san.to = squareAt(p[0] - 'a', p[1] - '1');
+    p += 2;
+    return *p != '=' || (san.promotion = promotionOf(p[1], true)) != EMPTY;
+}
+
 } // namespace
 
 void ChessBoard::moveToCoordinates(Move m, char* out, bool withPromotion) {
@@ -132,70 +181,22 @@ int ChessBoard::sanToMove(const char* text, Move& move) {
             move = shortSide ? BLACK_SHORT_CASTLE : BLACK_LONG_CASTLE;
         return 1;
     }
-    Piece piece;
-    const char* p = text;
-    switch (*p) {
-    case 'B':
-        piece = BISHOP;
-        break;
-    case 'K':
-        piece = KING;
-        break;
-    case 'N':
-        piece = KNIGHT;
-        break;
-    case 'Q':
-        piece = QUEEN;
-        break;
-    case 'R':
-        piece = ROOK;
-        break;
-    default:
-        if (!isFileLetter(*p))
-            return 0;
-        piece = PAWN;
-    }
-    if (piece != PAWN)
-        ++p;
-    int hintRank = -1, hintFile = -1;
-    if (isRankDigit(p[0])) {
-        hintRank = p[0] - '1';
-        ++p;
-    } else if (isFileLetter(p[0]) && (isFileLetter(p[1]) || p[1] == 'x')) {
-        hintFile = p[0] - 'a';
-        ++p;
-    }
-    if (*p == 'x')
-        ++p;
-    if (!isFileLetter(p[0]) || !isRankDigit(p[1]))
+    SanText san;
+    if (!readSanText(text, san))
         return 0;
-    const Square to = squareAt(p[0] - 'a', p[1] - '1');
-    p += 2;
-
     MoveEntry list[MAX_GENERATED];
-    const int count = generatePseudoLegalMoves(list);
-    int found       = -1;
-    for (int i = 0; i < count && found < 0; ++i) {
-        const Move m = list[i].move;
-        if (movePiece(m) != piece || moveTo(m) != to)
-            continue;
-        if (hintRank >= 0 && rankOf(moveFrom(m)) != hintRank)
-            continue;
-        if (hintFile >= 0 && fileOf(moveFrom(m)) != hintFile)
-            continue;
-        found = i;
-    }
-    if (found < 0)
-        return 0;
-
-    Piece promotion = EMPTY;
-    if (*p == '=' && (promotion = promotionOf(p[1], true)) == EMPTY)
+    const int count   = generatePseudoLegalMoves(list);
+    const Move* found = nullptr;
+    for (int i = 0; i < count && !found; ++i)
+        if (san.fits(list[i].move))
+            found = &list[i].move;
+    if (!found)
         return 0;
     // Built from the text: the en-passant bit is never set, and a promotion needs its "=".
-    const Square from = moveFrom(list[found].move);
-    move = makeMoveWord(from, to, piece, Piece(pieceArray[to] <= KING ? pieceArray[to] : 0),
-                        promotion);
-    if (piece == PAWN && (to - from == 16 || from - to == 16))
+    const Square from = moveFrom(*found), to = san.to;
+    move = makeMoveWord(from, to, san.piece, Piece(pieceArray[to] <= KING ? pieceArray[to] : 0),
+                        san.promotion);
+    if (san.piece == PAWN && (to - from == 16 || from - to == 16))
         move |= MOVE_DOUBLE;
     return 1;
 }

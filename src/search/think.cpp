@@ -177,15 +177,15 @@ bool ChessBoard::startThinking() {
     return think();
 }
 
-// Nothing calls it yet: the step every node takes first (nodeMustStop), for a caller outside
-// the node loop. Kept here, beside the iterations, rather than with the clock: the nodes'
-// step itself calls the clock's poll.
+// The stop-and-poll step every node takes first (nodeMustStop), for a caller outside the
+// node loop: a front end that drives the search from its own loop asks it between calls.
+// It sits beside the iterations rather than with the clock, whose poll the step calls.
 bool ChessBoard::checkTime() {
     return !nodeMustStop(*this);
 }
 
-// Nothing calls it yet: a thread routine that seeds the random numbers and thinks, for a
-// front end that would run the search on a thread of its own.
+// startThinking as a thread routine, for a front end that runs the search on a thread of
+// its own: it seeds the random numbers (the book's choice) and thinks.
 unsigned long ChessBoard::startThinkingThread(void* engine) {
     std::srand(unsigned(std::time(nullptr)));
     static_cast<ChessBoard*>(engine)->think();

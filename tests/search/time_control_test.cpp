@@ -111,3 +111,24 @@ TEST(TimeBudget, ASingleLegalMoveAtOnce) {
     EXPECT_EQ(single->reports.size(), 1u);
     EXPECT_EQ(single->sentMove, legal[0]);
 }
+
+// checkTime takes the nodes' step: false once the search is told to stop or its node limit
+// is reached. The thread routine thinks and plays a move like startThinking.
+TEST(TimeBudget, CheckTimeAndTheThreadRoutine) {
+    auto board = searchBoard(START_FEN);
+    board->limits.setTimeMode(TIME_NODES, 100);
+    board->resetSearchTables();
+    board->nodeCount = 99;
+    EXPECT_TRUE(board->checkTime());
+    board->nodeCount = 100;
+    EXPECT_FALSE(board->checkTime());
+    board->limits.setTimeMode(TIME_DEPTH, 2);
+    board->stopSearch = 0;
+    EXPECT_TRUE(board->checkTime());
+    board->stopSearch = 1;
+    EXPECT_FALSE(board->checkTime());
+
+    EXPECT_EQ(ChessBoard::startThinkingThread(board.get()), 0u);
+    EXPECT_TRUE(board->sentMove != NO_MOVE && board->sentMove == board->lastMove);
+    EXPECT_EQ(board->gameMoveCount, 1);
+}
