@@ -69,12 +69,12 @@ std::vector<Move> legalMoves(ChessBoard& board) {
 }
 
 Move findMove(ChessBoard& board, const std::string& text) {
-    const auto square    = [&](int at) { return (text[at + 1] - '1') * 8 + text[at] - 'a'; };
-    const char promotion = text.size() > 4 ? text[4] : 'q';
-    for (Move m : legalMoves(board))
-        if (moveFrom(m) == square(0) && moveTo(m) == square(2) &&
-            (!movePromotion(m) || "pnbrqk"[movePromotion(m) - 1] == promotion))
+    char written[8];
+    for (Move m : legalMoves(board)) {
+        ChessBoard::moveToCoordinates(m, written);
+        if (text == written || text + "q" == written)
             return m;
+    }
     ADD_FAILURE() << "no legal move " << text;
     return NO_MOVE;
 }

@@ -1,5 +1,5 @@
 // ChessBoard: the engine object. It holds the position, the game record, the search tables
-// and the time-control fields, and owns the opening book (made on first use). It calls out
+// and the limits of the next search, and owns the opening book (made on first use). It calls out
 // to its environment through the ten virtual hooks at the end and through inputPoll, the
 // front end's test for a waiting command; it reads the time from platform/clock.h. Each
 // group of members is defined in the folder that owns its concern (board/, movegen/, eval/,
@@ -155,7 +155,9 @@ public:
     bool think();
     bool startThinking();
     static unsigned long startThinkingThread(void* engine); // think, as a thread routine
-    bool checkTime(); // false when the search must stop: the nodes' stop-and-poll step
+    // False when the search must stop: the stop-and-poll step the nodes take, for a caller
+    // outside them (the nodes take it through nodeMustStop, not through this).
+    bool checkTime();
 
     // The steps of one full-width node and of the iterations (search/alpha_beta.cpp,
     // search/root.cpp, search/think.cpp, search/time_control.cpp).

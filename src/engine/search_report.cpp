@@ -15,9 +15,8 @@ namespace {
 constexpr int MATE_SHOWN = 31800;
 
 // A rate or a time as a whole number. What does not fit (a rate over a time of zero) becomes
-// the integer minimum, which is what the conversion gives on the processors the engine was
-// first built for; it keeps such a report the same on every build, where a plain cast
-// would be undefined.
+// the integer minimum, the value x86 processors give for such a conversion; it keeps such a
+// report the same on every build, where a plain cast would be undefined.
 std::int64_t toInt64(double value) {
     if (!(value >= -9.2e18 && value <= 9.2e18))
         return INT64_MIN;

@@ -145,8 +145,8 @@ void go(FrontEnd& frontEnd, const char* line) {
     frontEnd.board->startThinking();
 }
 
-// "debug on" clears the mode and anything else sets it. The inverted reading is kept: it is
-// how the engine has answered interfaces from the start, and nothing looks at the mode.
+// "debug on" clears the mode and anything else sets it. The inverted reading is this
+// engine's answer to the command, and costs nothing: nothing looks at the mode.
 void debug(FrontEnd& frontEnd, const char* line) {
     const char* word = afterFirstBlank(line);
     frontEnd.debugMode =

@@ -137,8 +137,9 @@ TEST(TranspositionTable, SizingStoresAndProbes) {
     const std::uint64_t a = 0x123456789ABCDEF0ull, b = a ^ (std::uint64_t(1) << 40); // one slot
     table.store(a, 77, BOUND_LOWER, 40, -31990);
     ASSERT_NE(table.probe(a), nullptr);
-    EXPECT_TRUE(table.probe(a)->move == 77 && infoScore(table.probe(a)->info) == -31990);
-    EXPECT_EQ(table.probe(a)->info, packInfo(BOUND_LOWER, 40, -31990));
+    const HashEntry& stored = *table.probe(a);
+    EXPECT_TRUE(stored.move == 77 && infoScore(stored.info) == -31990);
+    EXPECT_TRUE(infoBound(stored.info) == BOUND_LOWER && infoDepth(stored.info) == 40);
     EXPECT_EQ(table.probe(b), nullptr);
     table.store(b, 88, BOUND_UPPER, 8, 5); // shallower, still replaces
     EXPECT_EQ(table.probe(a), nullptr);
