@@ -93,8 +93,7 @@ TEST(CommandTable, EveryCommandDuringASearch) {
 
 // "go": later keywords win, unknown words are skipped one by one, a missing value ends the
 // parse, and clocks that ran out or overflow stay in range. "position startpos" with nothing
-// after it leaves the board as it was. "level MPS BASE INC" takes the base in minutes or
-// minutes:seconds and the increment in whole seconds.
+// after it leaves the board as it was.
 TEST(CommandTable, GoPositionAndLevelReadTheirWords) {
     auto engine          = boardFrom(START_FEN);
     SearchLimits& limits = engine->limits;
@@ -119,21 +118,12 @@ TEST(CommandTable, GoPositionAndLevelReadTheirWords) {
     parsePosition(*engine, "position startpos");
     engine->toFen(fen);
     EXPECT_STREQ(fen, "rnbqkbnr/pppp1ppp/8/4p3/4P3/8/PPPP1PPP/RNBQKBNR w KQkq e6 0 2");
-
-    Session session(PROTOCOL_XBOARD);
-    parseLevel(session.frontEnd, "level 40 2:30 12.5");
-    const SearchLimits& clock = session.frontEnd.board->limits;
-    EXPECT_TRUE(session.frontEnd.movesLeftInSession == 40 && clock.movesToGo == 40);
-    EXPECT_TRUE(clock.remainingTime[WHITE] == 150000.0f && clock.increment[BLACK] == 12000);
-    EXPECT_EQ(clock.timeMode, TIME_CLOCK);
-    parseLevel(session.frontEnd, "level 40 5 0.5");
-    EXPECT_EQ(clock.increment[WHITE], 0) << "a fractional increment reads as 0";
 }
 
 // The clock route from each protocol to the budget, with unequal clocks and Black to move:
 // UCI's wtime and btime by name, increments kept from one "go" to the next; XBoard's "time"
 // (sent while the opponent is to move) on the engine's own clock, "otim" on the other, and
-// "level" on the clock of the side to move.
+// "level MPS BASE INC" (minutes or minutes:seconds, whole seconds) on the side to move's.
 TEST(ClockRoute, EachProtocolFeedsTheClockOfTheSideToMove) {
     Session uci(PROTOCOL_UCI);
     ChessBoard& engine = *uci.frontEnd.board;
@@ -152,10 +142,13 @@ TEST(ClockRoute, EachProtocolFeedsTheClockOfTheSideToMove) {
     ASSERT_EQ(black.side(), BLACK);
     black.computeTimeLimit();
     EXPECT_EQ(black.timeLimit, 30000u * 1000 / 40) << "the engine's own clock is Black's";
-    xboard.send("level 40 1 0");
-    EXPECT_EQ(black.limits.remainingTime[WHITE], 90000.0f);
+    xboard.send("level 30 2:30 0.5");
+    EXPECT_TRUE(black.limits.remainingTime[WHITE] == 90000.0f &&
+                black.limits.increment[WHITE] == 0);
     black.computeTimeLimit();
-    EXPECT_EQ(black.timeLimit, 60000u * 1000 / 40);
+    EXPECT_EQ(black.timeLimit, 150000u * 1000 / 30);
+    xboard.send("level 40 5 12.5");
+    EXPECT_TRUE(black.limits.increment[BLACK] == 12000 && black.limits.timeMode == TIME_CLOCK);
 }
 
 // "level 3 ...": the searches get 3, 2 and 1 moves to go, and then a new session of 3.
