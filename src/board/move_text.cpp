@@ -1,33 +1,17 @@
 // Moves as text: the coordinate, long algebraic and standard algebraic writers, and the two
-// readers (coordinate text from the protocols, SAN from game files). Both readers look the move up
-// among those generated in the position. The coordinate reader plays the generated move;
-// the SAN reader takes only its origin and builds the word from the text and the board, so
-// its moves never carry the en-passant bit and promote only when the text says "=".
+// readers (coordinate text from the protocols, SAN). Both readers look the move up among
+// those generated in the position. The coordinate reader plays the generated move; the SAN
+// reader (its text taken apart in san_text.cpp) takes only its origin and builds the word
+// from the text and the board, so its moves never carry the en-passant bit and promote only
+// when the text says "=".
 #include "board/chess_board.h"
+#include "board/san_text.h"
 #include "board/trace.h"
 
 #include <cstdio>
 #include <cstring>
 
 namespace {
-
-// The one table of piece letters in move text, by Piece: upper case in algebraic text, lower
-// case for a promotion in coordinates. Pawns have none there.
-constexpr char PIECE_LETTERS[] = "  NBRQK";
-
-char pieceLetter(Piece p) {
-    return p >= KNIGHT && p <= KING ? PIECE_LETTERS[p] : 0;
-}
-
-// The piece a pawn becomes for its letter (upper case in SAN, lower in coordinates), or EMPTY.
-Piece promotionOf(char letter, bool upperCase) {
-    for (Piece p : {KNIGHT, BISHOP, ROOK, QUEEN}) {
-        const char upper = PIECE_LETTERS[p];
-        if (letter == (upperCase ? upper : char(upper - 'A' + 'a')))
-            return p;
-    }
-    return EMPTY;
-}
 
 char* writeSquare(char* out, Square s) {
     *out++ = char('a' + fileOf(s));
@@ -55,55 +39,6 @@ bool isFileLetter(char c) {
 }
 bool isRankDigit(char c) {
     return c >= '1' && c <= '8';
-}
-
-// A SAN text as the reader takes it: the piece, one origin hint, the destination and the
-// promotion after "=". Whatever follows is not looked at.
-struct SanText {
-    Piece piece     = PAWN;
-    int hintRank    = -1;
-    int hintFile    = -1;
-    Square to       = 0;
-    Piece promotion = EMPTY;
-
-    // Whether a generated move is one the text names (the first such is taken).
-    bool fits(Move m) const {
-        return movePiece(m) == piece && moveTo(m) == to &&
-               (hintRank < 0 || rankOf(moveFrom(m)) == hintRank) &&
-               (hintFile < 0 || fileOf(moveFrom(m)) == hintFile);
-    }
-};
-
-// The piece letter, or a file letter for a pawn; false for anything else.
-bool readSanPiece(char c, Piece& piece) {
-    for (Piece p : {KNIGHT, BISHOP, ROOK, QUEEN, KING})
-        if (c == PIECE_LETTERS[p]) {
-            piece = p;
-            return true;
-        }
-    piece = PAWN;
-    return isFileLetter(c);
-}
-
-bool readSanText(const char* p, SanText& san) {
-    if (!readSanPiece(*p, san.piece))
-        return false;
-    if (san.piece != PAWN)
-        ++p;
-    if (isRankDigit(p[0])) {
-        san.hintRank = p[0] - '1';
-        ++p;
-    } else if (isFileLetter(p[0]) && (isFileLetter(p[1]) || p[1] == 'x')) {
-        san.hintFile = p[0] - 'a';
-        ++p;
-    }
-    if (*p == 'x')
-        ++p;
-    if (!isFileLetter(p[0]) || !isRankDigit(p[1]))
-        return false;
-    san.to = squareAt(p[0] - 'a', p[1] - '1');
-    p += 2;
-    return *p != '=' || (san.promotion = promotionOf(p[1], true)) != EMPTY;
 }
 
 } // namespace
@@ -182,13 +117,13 @@ int ChessBoard::sanToMove(const char* text, Move& move) {
         return 1;
     }
     SanText san;
-    if (!readSanText(text, san))
+    if (!readSan(text, san, SanSpelling::ENGINE, side()))
         return 0;
     MoveEntry list[MAX_GENERATED];
     const int count   = generatePseudoLegalMoves(list);
     const Move* found = nullptr;
     for (int i = 0; i < count && !found; ++i)
-        if (san.fits(list[i].move))
+        if (san.picks(list[i].move))
             found = &list[i].move;
     if (!found)
         return 0;
