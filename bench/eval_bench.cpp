@@ -2,6 +2,7 @@
 // timed against move generation on the same positions; or, given FENs, the term-by-term
 // breakdown of each position's evaluation.
 #include "bench.h"
+#include "board/make_engine.h"
 #include "tools/silent_board.h"
 
 #include <cstdint>
@@ -80,8 +81,7 @@ void printRate(const char* what, const Rates& r) {
 }
 
 int speedBenchmark() {
-    auto board = std::make_unique<SilentBoard>();
-    board->initTables(0);
+    auto board         = makeEngine<SilentBoard>(0);
     MoveEntry* scratch = board->moveStack;
     int captures       = 0;
     auto nothing       = [] {};
@@ -124,8 +124,7 @@ void printTerms(SilentBoard& board) {
 int benchEval(int argc, char** argv) {
     if (argc == 0)
         return speedBenchmark();
-    auto board = std::make_unique<SilentBoard>();
-    board->initTables(0);
+    auto board = makeEngine<SilentBoard>(0);
     int status = 0;
     for (int i = 0; i < argc; ++i) {
         if (i > 0)

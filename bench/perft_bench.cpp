@@ -3,6 +3,7 @@
 // three are run in turn, three rounds, and the medians compared, so that the load of a
 // shared machine falls on all of them alike.
 #include "bench.h"
+#include "board/make_engine.h"
 #include "tools/silent_board.h"
 
 #include <algorithm>
@@ -76,8 +77,7 @@ void report(const PerftCase& c, const char* walk, std::uint64_t nodes, double se
 } // namespace
 
 int benchPerft(int, char**) {
-    auto board = std::make_unique<SilentBoard>();
-    board->initTables(0);
+    auto board = makeEngine<SilentBoard>(0);
     int status = 0;
     for (const PerftCase& c : cases) {
         board->setPosition(c.fen);

@@ -4,6 +4,7 @@
 // toga2 are installed, their speed on some of the same positions is measured in the same
 // run, so that the ratio means something on a shared machine.
 #include "bench.h"
+#include "board/make_engine.h"
 #include "tools/silent_board.h"
 
 #include <cinttypes>
@@ -104,16 +105,14 @@ int benchSearch(int argc, char** argv) {
     const int given         = argc >= 1 ? std::atoi(argv[0]) : 0;
     const int depth         = given > 0 ? given : DEFAULT_DEPTH;
     const int referenceTime = argc >= 2 ? std::atoi(argv[1]) : 2000;
-    auto board              = std::make_unique<SilentBoard>();
-    board->initTables(16);
-    board->newGame();
-    std::uint64_t total = 0;
-    double seconds      = 0;
-    int index           = 0;
+    auto board              = makeEngine<SilentBoard>(16);
+    std::uint64_t total     = 0;
+    double seconds          = 0;
+    int index               = 0;
     for (const char* fen : positions) {
         board->setPosition(fen);
         board->hashTable.clear();
-        board->setTimeMode(TIME_DEPTH, depth);
+        board->limits.setTimeMode(TIME_DEPTH, depth);
         const double start = benchSeconds();
         board->think();
         const double elapsed = benchSeconds() - start;

@@ -2,13 +2,10 @@
 // transposition table.
 #pragma once
 
+#include "board/make_engine.h"
 #include "tools/silent_board.h"
 
 inline SilentBoard& fuzzBoard() {
-    static SilentBoard* board = [] {
-        auto* b = new SilentBoard();
-        b->initTables(0);
-        return b;
-    }();
+    static SilentBoard* board = makeEngine<SilentBoard>(0).release();
     return *board;
 }

@@ -1,6 +1,7 @@
 // Searches whatever position the FEN reader accepts, with a node limit taken from the input,
 // and feeds the same text to the EPD line reader: nothing may crash, and the board must be
 // as it was once the played move is taken back.
+#include "board/make_engine.h"
 #include "tools/epd_suite.h"
 #include "tools/silent_board.h"
 
@@ -11,12 +12,7 @@
 namespace {
 
 SilentBoard& searchBoard() {
-    static SilentBoard* board = [] {
-        auto* b = new SilentBoard();
-        b->initTables(2);
-        b->newGame();
-        return b;
-    }();
+    static SilentBoard* board = makeEngine<SilentBoard>(2).release();
     return *board;
 }
 
@@ -35,7 +31,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const Position before = board;
     const int repetitions = board.repetitionTop;
     // Up to 16,000 nodes: deep enough for extensions and the table, quick enough to fuzz.
-    board.setTimeMode(TIME_NODES, 500 + 60 * std::int64_t(data[0]));
+    board.limits.setTimeMode(TIME_NODES, 500 + 60 * std::int64_t(data[0]));
     board.think();
     if (board.gameMoveCount)
         board.takeBackGameMove();

@@ -1,5 +1,7 @@
 #include "test_support.h"
 
+#include "board/make_engine.h"
+
 #include <fstream>
 #include <gtest/gtest.h>
 #include <sstream>
@@ -53,8 +55,7 @@ void expectPerftCounts(const std::string& file, std::size_t maxDepth, std::size_
 }
 
 std::unique_ptr<SilentBoard> boardFrom(const std::string& fen) {
-    auto board = std::make_unique<SilentBoard>();
-    board->initTables(0);
+    auto board = makeEngine<SilentBoard>(0);
     EXPECT_EQ(board->setPosition(fen.c_str()), 1) << fen;
     return board;
 }
@@ -68,12 +69,12 @@ std::vector<Move> legalMoves(ChessBoard& board) {
 }
 
 Move findMove(ChessBoard& board, const std::string& text) {
-    const auto square    = [&](int at) { return (text[at + 1] - '1') * 8 + text[at] - 'a'; };
-    const char promotion = text.size() > 4 ? text[4] : 'q';
-    for (Move m : legalMoves(board))
-        if (moveFrom(m) == square(0) && moveTo(m) == square(2) &&
-            (!movePromotion(m) || "pnbrqk"[movePromotion(m) - 1] == promotion))
+    char written[8];
+    for (Move m : legalMoves(board)) {
+        ChessBoard::moveToCoordinates(m, written);
+        if (text == written || text + "q" == written)
             return m;
+    }
     ADD_FAILURE() << "no legal move " << text;
     return NO_MOVE;
 }

@@ -1,5 +1,5 @@
 // ChessBoard: the engine object. It holds the position, the game record, the search tables
-// and the time-control fields, and owns the opening book (made on first use). It calls out
+// and the limits of the next search, and owns the opening book (made on first use). It calls out
 // to its environment through the ten virtual hooks at the end and through inputPoll, the
 // front end's test for a waiting command; it reads the time from platform/clock.h. Each
 // group of members is defined in the folder that owns its concern (board/, movegen/, eval/,
@@ -11,6 +11,7 @@
 #include "board/types.h"
 #include "board/zobrist.h"
 #include "eval/eval_info.h"
+#include "search/search_limits.h"
 #include "search/transposition_table.h"
 
 #include <cstdint>
@@ -32,14 +33,6 @@ constexpr int HISTORY_CAPACITY = GAME_PLY_LIMIT + 2 * MAX_PLY;
 constexpr int MOVE_STRIDE     = 256;
 constexpr int MAX_GENERATED   = 1024;
 constexpr int MOVE_STACK_SIZE = MAX_PLY * MOVE_STRIDE + MAX_GENERATED;
-
-enum TimeMode : int {
-    TIME_DEPTH    = 0,
-    TIME_NODES    = 1,
-    TIME_MOVETIME = 3,
-    TIME_CLOCK    = 5,
-    TIME_INFINITE = 7,
-};
 
 enum GameStatus : std::uint8_t { STATUS_NORMAL = 0, STATUS_CHECK, STATUS_MATE, STATUS_STALEMATE };
 
@@ -80,7 +73,6 @@ public:
     // The position flipped top to bottom with colours and the side to move swapped (no
     // castling or en passant): the same game seen from the other side, for symmetry checks.
     void toMirroredFen(char* out) const;
-    int rootMoveCount = 0; // moves generated when the position was set
 
     // --- Make and unmake (board/make_move.cpp) ----------------------------------------------
     int makeMove(Move m); // 1 legal, 0 own king attacked; made either way
@@ -104,6 +96,8 @@ public:
     int takenCount[2] = {0, 0};
 
     // --- Move text (board/move_text.cpp) ----------------------------------------------------
+    // "e2e4", "e7e8n": the protocols' move text, with or without the promotion letter.
+    static void moveToCoordinates(Move m, char* out, bool withPromotion = true); // 6 bytes
     static void moveToLongText(Move m, char* out); // at least 16 bytes
     static void moveToSan(Move m, char* out, const MoveEntry* list, int count);
     int sanToMove(const char* text, Move& move);
@@ -120,7 +114,6 @@ public:
     int generateLegalMoves(MoveEntry* list);
     bool isMoveValid(Move m); // a legal move of this position
     bool isAttackedWithout(Square removed, Square square, Color by) const;
-    bool isPinned(Square square, Color colour) const;
     bool cannotWin(Color colour) const;
 
     MoveEntry moveStack[MOVE_STACK_SIZE];
@@ -138,7 +131,6 @@ public:
     // --- Move ordering (movegen/ordering.cpp, movegen/see.cpp) ------------------------------
     void scoreMoves(MoveEntry* list, int count, Move hashMove, int ply) const;
     void scoreCaptures(MoveEntry* list, int count, Move hashMove) const;
-    static void sortMoves(MoveEntry* list, int first, int count);
     int see(Move m) const;
 
     Move killerMove1[MAX_PLY] = {};
@@ -161,8 +153,9 @@ public:
     bool think();
     bool startThinking();
     static unsigned long startThinkingThread(void* engine); // think, as a thread routine
-    bool checkTime(); // false when the search must stop: the nodes' stop-and-poll step
-    void setTimeMode(int mode, std::int64_t value = 0);
+    // False when the search must stop: the stop-and-poll step the nodes take, for a caller
+    // outside them (the nodes take it through nodeMustStop, not through this).
+    bool checkTime();
 
     // The steps of one full-width node and of the iterations (search/alpha_beta.cpp,
     // search/root.cpp, search/think.cpp, search/time_control.cpp).
@@ -192,17 +185,11 @@ public:
     PrincipalVariation principalVariation = {};
     Move bestMove                         = NO_MOVE;
 
-    int timeMode                = TIME_CLOCK;
-    int depthOnlyLimit          = 5;
+    SearchLimits limits; // how the next search is bounded, as the protocols last set it
     int maxDepth                = MAX_PLY;
-    std::uint32_t timeLimit     = 7500;
-    std::uint32_t moveTime      = 5000000;
-    std::int64_t nodeLimit      = 1000000;
+    std::uint32_t timeLimit     = 7500; // the budget of the running search, microseconds
     std::uint32_t pollInterval  = 30000;
     std::uint32_t pollCounter   = 0;
-    int movesToGo               = 40;
-    float remainingTime[2]      = {0, 0};
-    int increment[2]            = {0, 0};
     bool clockRunning[2]        = {false, false};
     std::uint32_t clockStart[2] = {0, 0};
     std::int64_t searchStart    = 0; // performance-counter ticks

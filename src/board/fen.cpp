@@ -31,105 +31,138 @@ bool withinLimits(const ParsedFen& fen, Color c, Piece p) {
     return n <= 9;
 }
 
-bool parseFen(const char* text, ParsedFen& fen) {
+// What one character does to the reading: it goes on, or the text is settled either way.
+enum class Step { GO_ON, ACCEPT, REJECT };
+
+// The reader's state between characters, and one step per field.
+struct FenReader {
+    ParsedFen& fen;
     FenField field = PLACEMENT;
-    int rank = 7, file = 0, digits = 0, value = 0;
-    int epChars = 0;
-    for (const char* p = text; *p; ++p) {
-        const char c = *p;
+    int rank = 7, file = 0, digits = 0, value = 0, epChars = 0;
+
+    Step placement(char c);
+    Step side(char c);
+    Step castling(char c);
+    Step enPassant(char c);
+    Step counter(char c);
+
+    Step read(char c) {
         switch (field) {
         case PLACEMENT:
-            if (file == 8) {
-                if (c == '/' && rank > 0) {
-                    --rank;
-                    file = 0;
-                } else if (c == ' ' && rank == 0) {
-                    field = SIDE;
-                } else {
-                    return false;
-                }
-            } else if (const char* at = std::strchr("pnbrqkPNBRQK", c)) {
-                int index   = int(at - "pnbrqkPNBRQK");
-                Color color = index < 6 ? BLACK : WHITE;
-                Piece piece = Piece(index % 6 + 1);
-                fen.count[color][piece]++;
-                if (!withinLimits(fen, color, piece))
-                    return false;
-                Square s     = squareAt(file, rank);
-                fen.piece[s] = std::uint8_t(piece);
-                fen.white[s] = color == WHITE;
-                file += 1;
-            } else if (c >= '1' && c <= '8') {
-                file += c - '0';
-                if (file > 8)
-                    return false;
-            } else {
-                return false;
-            }
-            break;
+            return placement(c);
         case SIDE:
-            if (c == 'w')
-                fen.side = WHITE;
-            else if (c == 'b')
-                fen.side = BLACK;
-            else
-                return false;
-            field = SIDE_END;
-            break;
+            return side(c);
         case SIDE_END:
-            if (c != ' ')
-                return false;
             field = CASTLING;
-            break;
+            return c == ' ' ? Step::GO_ON : Step::REJECT;
         case CASTLING:
-            if (c == 'K')
-                fen.castle |= CASTLE_WHITE_SHORT;
-            else if (c == 'Q')
-                fen.castle |= CASTLE_WHITE_LONG;
-            else if (c == 'k')
-                fen.castle |= CASTLE_BLACK_SHORT;
-            else if (c == 'q')
-                fen.castle |= CASTLE_BLACK_LONG;
-            else if (c == ' ')
-                field = EN_PASSANT;
-            else if (c != '-')
-                return false;
-            break;
+            return castling(c);
         case EN_PASSANT:
-            // "-", or a file letter optionally followed by a rank digit that is not checked.
-            if (c == ' ') {
-                field = HALF_MOVES;
-                break;
-            }
-            if (c == '-' && epChars == 0)
-                fen.epFile = 0;
-            else if (c >= 'a' && c <= 'h' && epChars == 0)
-                fen.epFile = c - 'a' + 1;
-            else if (c >= '1' && c <= '8' && epChars == 1 && fen.epFile) {
-            } else
-                return false;
-            ++epChars;
-            break;
+            return enPassant(c);
         case HALF_MOVES:
         case FULL_MOVES:
-            if (c >= '0' && c <= '9') {
-                if (++digits > 30)
-                    return false;
-                value = (value * 10 + (c - '0')) & 0xFF; // only the low 8 bits are kept
-            } else if (c == ' ') {
-                if (field == FULL_MOVES)
-                    return true; // the move number is not kept
-                fen.halfMoves = value;
-                field         = FULL_MOVES;
-                digits = value = 0;
-            } else {
-                // Anything else ends the text here; a clock not closed by a blank stays 0.
-                return true;
-            }
-            break;
+            return counter(c);
         }
+        return Step::REJECT;
     }
-    return field >= HALF_MOVES;
+};
+
+Step FenReader::placement(char c) {
+    if (file == 8) {
+        if (c == '/' && rank > 0) {
+            --rank;
+            file = 0;
+            return Step::GO_ON;
+        }
+        if (c == ' ' && rank == 0) {
+            field = SIDE;
+            return Step::GO_ON;
+        }
+        return Step::REJECT;
+    }
+    if (const char* at = std::strchr("pnbrqkPNBRQK", c)) {
+        const int index   = int(at - "pnbrqkPNBRQK");
+        const Color color = index < 6 ? BLACK : WHITE;
+        const Piece piece = Piece(index % 6 + 1);
+        fen.count[color][piece]++;
+        if (!withinLimits(fen, color, piece))
+            return Step::REJECT;
+        const Square s = squareAt(file, rank);
+        fen.piece[s]   = std::uint8_t(piece);
+        fen.white[s]   = color == WHITE;
+        file += 1;
+        return Step::GO_ON;
+    }
+    if (c >= '1' && c <= '8') {
+        file += c - '0';
+        return file > 8 ? Step::REJECT : Step::GO_ON;
+    }
+    return Step::REJECT;
+}
+
+Step FenReader::side(char c) {
+    if (c != 'w' && c != 'b')
+        return Step::REJECT;
+    fen.side = c == 'w' ? WHITE : BLACK;
+    field    = SIDE_END;
+    return Step::GO_ON;
+}
+
+Step FenReader::castling(char c) {
+    if (c == 'K')
+        fen.castle |= CASTLE_WHITE_SHORT;
+    else if (c == 'Q')
+        fen.castle |= CASTLE_WHITE_LONG;
+    else if (c == 'k')
+        fen.castle |= CASTLE_BLACK_SHORT;
+    else if (c == 'q')
+        fen.castle |= CASTLE_BLACK_LONG;
+    else if (c == ' ')
+        field = EN_PASSANT;
+    else if (c != '-')
+        return Step::REJECT;
+    return Step::GO_ON;
+}
+
+// "-", or a file letter optionally followed by a rank digit that is not checked.
+Step FenReader::enPassant(char c) {
+    if (c == ' ') {
+        field = HALF_MOVES;
+        return Step::GO_ON;
+    }
+    if (c == '-' && epChars == 0)
+        fen.epFile = 0;
+    else if (c >= 'a' && c <= 'h' && epChars == 0)
+        fen.epFile = c - 'a' + 1;
+    else if (!(c >= '1' && c <= '8' && epChars == 1 && fen.epFile))
+        return Step::REJECT;
+    ++epChars;
+    return Step::GO_ON;
+}
+
+Step FenReader::counter(char c) {
+    if (c >= '0' && c <= '9') {
+        if (++digits > 30)
+            return Step::REJECT;
+        value = (value * 10 + (c - '0')) & 0xFF; // only the low 8 bits are kept
+        return Step::GO_ON;
+    }
+    if (c != ' ')
+        return Step::ACCEPT; // anything else ends the text; a clock not closed by a blank stays 0
+    if (field == FULL_MOVES)
+        return Step::ACCEPT; // the move number is not kept
+    fen.halfMoves = value;
+    field         = FULL_MOVES;
+    digits = value = 0;
+    return Step::GO_ON;
+}
+
+bool parseFen(const char* text, ParsedFen& fen) {
+    FenReader reader{fen};
+    for (const char* p = text; *p; ++p)
+        if (const Step step = reader.read(*p); step != Step::GO_ON)
+            return step == Step::ACCEPT;
+    return reader.field >= HALF_MOVES;
 }
 
 } // namespace
@@ -174,9 +207,8 @@ int ChessBoard::setPosition(const char* text) {
     fiftyCounter = std::uint8_t(fen.halfMoves);
     gameStage    = stageOfPhase(phase);
 
-    inCheck       = sideToMoveInCheck() ? 1 : 0;
-    rootMoveCount = generateMoves(moveStack, inCheck);
-    hashKey       = computeKey();
+    inCheck = sideToMoveInCheck() ? 1 : 0;
+    hashKey = computeKey();
     resetGameRecord();
     hookBoardEvent();
     return 1;

@@ -1,20 +1,17 @@
-// Moves as text: the long algebraic and standard algebraic writers, and the two readers
-// (coordinate text from the protocols, SAN from game files). Both readers look the move up
-// among those generated in the position. The coordinate reader plays the generated move;
-// the SAN reader takes only its origin and builds the word from the text and the board, so
-// its moves never carry the en-passant bit and promote only when the text says "=".
+// Moves as text: the coordinate, long algebraic and standard algebraic writers, and the two
+// readers (coordinate text from the protocols, SAN). Both readers look the move up among
+// those generated in the position. The coordinate reader plays the generated move; the SAN
+// reader (its text taken apart in san_text.cpp) takes only its origin and builds the word
+// from the text and the board, so its moves never carry the en-passant bit and promote only
+// when the text says "=".
 #include "board/chess_board.h"
+#include "board/san_text.h"
 #include "board/trace.h"
 
 #include <cstdio>
 #include <cstring>
 
 namespace {
-
-// Piece letters for move text; pawns (and anything that is not a piece) have none.
-char pieceLetter(Piece p) {
-    return p >= KNIGHT && p <= KING ? "  NBRQK"[p] : 0;
-}
 
 char* writeSquare(char* out, Square s) {
     *out++ = char('a' + fileOf(s));
@@ -45,6 +42,13 @@ bool isRankDigit(char c) {
 }
 
 } // namespace
+
+void ChessBoard::moveToCoordinates(Move m, char* out, bool withPromotion) {
+    out = writeSquare(writeSquare(out, moveFrom(m)), moveTo(m));
+    if (const char letter = pieceLetter(movePromotion(m)); letter && withPromotion)
+        *out++ = char(letter - 'A' + 'a');
+    *out = 0;
+}
 
 void ChessBoard::moveToLongText(Move m, char* out) {
     if (m == NO_MOVE) {
@@ -112,86 +116,22 @@ int ChessBoard::sanToMove(const char* text, Move& move) {
             move = shortSide ? BLACK_SHORT_CASTLE : BLACK_LONG_CASTLE;
         return 1;
     }
-    Piece piece;
-    const char* p = text;
-    switch (*p) {
-    case 'B':
-        piece = BISHOP;
-        break;
-    case 'K':
-        piece = KING;
-        break;
-    case 'N':
-        piece = KNIGHT;
-        break;
-    case 'Q':
-        piece = QUEEN;
-        break;
-    case 'R':
-        piece = ROOK;
-        break;
-    default:
-        if (!isFileLetter(*p))
-            return 0;
-        piece = PAWN;
-    }
-    if (piece != PAWN)
-        ++p;
-    int hintRank = -1, hintFile = -1;
-    if (isRankDigit(p[0])) {
-        hintRank = p[0] - '1';
-        ++p;
-    } else if (isFileLetter(p[0]) && (isFileLetter(p[1]) || p[1] == 'x')) {
-        hintFile = p[0] - 'a';
-        ++p;
-    }
-    if (*p == 'x')
-        ++p;
-    if (!isFileLetter(p[0]) || !isRankDigit(p[1]))
+    SanText san;
+    if (!readSan(text, san, SanSpelling::ENGINE, side()))
         return 0;
-    const Square to = squareAt(p[0] - 'a', p[1] - '1');
-    p += 2;
-
     MoveEntry list[MAX_GENERATED];
-    const int count = generatePseudoLegalMoves(list);
-    int found       = -1;
-    for (int i = 0; i < count && found < 0; ++i) {
-        const Move m = list[i].move;
-        if (movePiece(m) != piece || moveTo(m) != to)
-            continue;
-        if (hintRank >= 0 && rankOf(moveFrom(m)) != hintRank)
-            continue;
-        if (hintFile >= 0 && fileOf(moveFrom(m)) != hintFile)
-            continue;
-        found = i;
-    }
-    if (found < 0)
+    const int count   = generatePseudoLegalMoves(list);
+    const Move* found = nullptr;
+    for (int i = 0; i < count && !found; ++i)
+        if (san.picks(list[i].move))
+            found = &list[i].move;
+    if (!found)
         return 0;
-
-    Piece promotion = EMPTY;
-    if (*p == '=') {
-        switch (p[1]) {
-        case 'B':
-            promotion = BISHOP;
-            break;
-        case 'N':
-            promotion = KNIGHT;
-            break;
-        case 'Q':
-            promotion = QUEEN;
-            break;
-        case 'R':
-            promotion = ROOK;
-            break;
-        default:
-            return 0;
-        }
-    }
     // Built from the text: the en-passant bit is never set, and a promotion needs its "=".
-    const Square from = moveFrom(list[found].move);
-    move = makeMoveWord(from, to, piece, Piece(pieceArray[to] <= KING ? pieceArray[to] : 0),
-                        promotion);
-    if (piece == PAWN && (to - from == 16 || from - to == 16))
+    const Square from = moveFrom(*found), to = san.to;
+    move = makeMoveWord(from, to, san.piece, Piece(pieceArray[to] <= KING ? pieceArray[to] : 0),
+                        san.promotion);
+    if (san.piece == PAWN && (to - from == 16 || from - to == 16))
         move |= MOVE_DOUBLE;
     return 1;
 }
@@ -209,32 +149,17 @@ int ChessBoard::playCoordinateMove(const char* text) {
         trace("error : %d,%d -> %d,%d");
         return 0;
     }
-    Piece promotion = EMPTY;
-    if (length == 5) {
-        switch (text[4]) {
-        case 'q':
-            promotion = QUEEN;
-            break;
-        case 'r':
-            promotion = ROOK;
-            break;
-        case 'b':
-            promotion = BISHOP;
-            break;
-        case 'n':
-            promotion = KNIGHT;
-            break;
-        default:
-            trace("bad promotion piece");
-            return 0;
-        }
+    const Piece promotion = length == 5 ? promotionOf(text[4], false) : EMPTY;
+    if (length == 5 && promotion == EMPTY) {
+        trace("bad promotion piece");
+        return 0;
     }
     const Square from = squareAt(text[0] - 'a', text[1] - '1');
     const Square to   = squareAt(text[2] - 'a', text[3] - '1');
 
     MoveEntry list[MAX_GENERATED];
-    rootMoveCount = generateMoves(list, sideToMoveInCheck());
-    for (int i = 0; i < rootMoveCount; ++i) {
+    const int count = generateMoves(list, sideToMoveInCheck());
+    for (int i = 0; i < count; ++i) {
         const Move m = list[i].move;
         if (moveFrom(m) != from || moveTo(m) != to)
             continue;

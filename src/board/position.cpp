@@ -6,24 +6,28 @@
 
 #include <cstring>
 
-std::vector<const char*> Position::checkConsistency() const {
-    std::vector<const char*> report;
+namespace {
+
+using Report = std::vector<const char*>;
+
+// The mailbox against the occupancy, colour and piece boards.
+void checkMailbox(const Position& pos, Report& report) {
     bool badValue = false, badOccupancy = false, badColor = false, badPieceBoard = false;
     for (Square s = 0; s < 64; ++s) {
-        int v = pieceArray[s];
+        const int v = pos.pieceArray[s];
         if (v > KING) {
             badValue = true;
             continue;
         }
         if (v == EMPTY)
             continue;
-        if (!(bbAllPiece & bit(s)))
+        if (!(pos.bbAllPiece & bit(s)))
             badOccupancy = true;
-        if (bbColorPiece[WHITE] & bit(s)) {
-            if (!(bbPiece[WHITE][v] & bit(s)))
+        if (pos.bbColorPiece[WHITE] & bit(s)) {
+            if (!(pos.bbPiece[WHITE][v] & bit(s)))
                 badPieceBoard = true;
-        } else if (bbColorPiece[BLACK] & bit(s)) {
-            if (!(bbPiece[BLACK][v] & bit(s)))
+        } else if (pos.bbColorPiece[BLACK] & bit(s)) {
+            if (!(pos.bbPiece[BLACK][v] & bit(s)))
                 badPieceBoard = true;
         } else {
             badColor = true;
@@ -37,16 +41,16 @@ std::vector<const char*> Position::checkConsistency() const {
         report.push_back("piece array different than bbColorPiece");
     if (badPieceBoard)
         report.push_back("piece array different than bbPiece");
+}
 
+// The three rotated occupancies against the plain one.
+void checkRotated(const Position& pos, Report& report) {
     bool bad90 = false, bad45R = false, bad45L = false;
-    for (Bitboard b = bbAllPiece; b;) {
-        Square s = popLowest(b);
-        if (!(bbAllPiece90R & bit(rot90[s])))
-            bad90 = true;
-        if (!(bbAllPiece45R & bit(rot45R[s])))
-            bad45R = true;
-        if (!(bbAllPiece45L & bit(rot45L[s])))
-            bad45L = true;
+    for (Bitboard b = pos.bbAllPiece; b;) {
+        const Square s = popLowest(b);
+        bad90 |= !(pos.bbAllPiece90R & bit(rot90[s]));
+        bad45R |= !(pos.bbAllPiece45R & bit(rot45R[s]));
+        bad45L |= !(pos.bbAllPiece45L & bit(rot45L[s]));
     }
     if (bad90)
         report.push_back("bitboard 90R is wrong");
@@ -54,7 +58,10 @@ std::vector<const char*> Position::checkConsistency() const {
         report.push_back("bitboard 45R is wrong");
     if (bad45L)
         report.push_back("bitboard 45L is wrong");
+}
 
+// The piece counts, the material sums and the king squares against the boards.
+void checkCounts(const Position& pos, Report& report) {
     static const char* const countMessages[2][5] = {
         {"bad number of black pawn", "bad number of black knight", "bad number of black bishop",
          "bad number of black rook", "bad number of black queen"},
@@ -62,28 +69,36 @@ std::vector<const char*> Position::checkConsistency() const {
          "bad number of white rook", "bad number of white queen"}};
     for (Color c : {WHITE, BLACK})
         for (int p = PAWN; p <= QUEEN; ++p)
-            if (popCount(bbPiece[c][p]) != pieceCount[c][p])
+            if (popCount(pos.bbPiece[c][p]) != pos.pieceCount[c][p])
                 report.push_back(countMessages[c][p - PAWN]);
 
     static const char* const materialMessages[2] = {"bad black material value",
                                                     "bad white material value"};
     for (Color c : {WHITE, BLACK}) {
         int sum = 0;
-        for (Bitboard b = bbColorPiece[c]; b;) {
-            int v = pieceArray[popLowest(b)];
+        for (Bitboard b = pos.bbColorPiece[c]; b;) {
+            const int v = pos.pieceArray[popLowest(b)];
             if (v <= KING)
                 sum += materialValue(Piece(v));
         }
-        if (sum != material[c])
+        if (sum != pos.material[c])
             report.push_back(materialMessages[c]);
     }
 
     static const char* const kingMessages[2] = {"bad king position for black",
                                                 "bad king position for white"};
     for (Color c : {WHITE, BLACK})
-        if (kingSquare[c] > 63 || !(bbPiece[c][KING] & bit(kingSquare[c])))
+        if (pos.kingSquare[c] > 63 || !(pos.bbPiece[c][KING] & bit(pos.kingSquare[c])))
             report.push_back(kingMessages[c]);
+}
 
+} // namespace
+
+std::vector<const char*> Position::checkConsistency() const {
+    Report report;
+    checkMailbox(*this, report);
+    checkRotated(*this, report);
+    checkCounts(*this, report);
     for (const char* message : report)
         trace(message);
     return report;

@@ -2,6 +2,7 @@
 // and the move line the console adapter hands over when a search has played its move.
 #include "engine/front_end.h"
 
+#include "board/make_engine.h"
 #include "board/trace.h"
 #include "book/opening_book.h"
 #include "platform/config.h"
@@ -14,16 +15,18 @@ FrontEnd::~FrontEnd() {
 }
 
 void FrontEnd::createEngine() {
+    createEngine(configInt("Engine", "Hash", 128));
+}
+
+void FrontEnd::createEngine(int hashMegabytes) {
     destroyEngine();
-    board = std::make_unique<ChessBoardUCI>(*this);
-    board->initTables(configInt("Engine", "Hash", 128));
+    board            = makeEngine<ChessBoardUCI>(hashMegabytes, *this);
     board->inputPoll = source.available;
     dropSearchMove = moveDropped = 0;
-    board->newGame();
 }
 
 void FrontEnd::openConfiguredBook() {
-    if (!board || configInt("Engine", "Book", 0) != 1)
+    if (configInt("Engine", "Book", 0) != 1)
         return;
     char bookFile[256];
     configString("Engine", "BookFile", DEFAULT_BOOK_FILE, bookFile, sizeof bookFile);
@@ -63,13 +66,7 @@ void FrontEnd::sendMove(ChessBoard& engine) {
             sendCommand("bestmove 0000");
         return;
     }
-    const char* word  = uci ? "bestmove" : "move";
-    const Square from = moveFrom(best), to = moveTo(best);
-    const Piece promotion = movePromotion(best);
-    if (promotion != EMPTY)
-        sendCommand("%s %c%d%c%d%c", word, 'a' + fileOf(from), rankOf(from) + 1, 'a' + fileOf(to),
-                    rankOf(to) + 1, "0pnbrqk"[promotion]);
-    else
-        sendCommand("%s %c%d%c%d", word, 'a' + fileOf(from), rankOf(from) + 1, 'a' + fileOf(to),
-                    rankOf(to) + 1);
+    char text[8];
+    ChessBoard::moveToCoordinates(best, text);
+    sendCommand("%s %s", uci ? "bestmove" : "move", text);
 }

@@ -49,8 +49,11 @@ public:
     // --- The engine (engine/front_end.cpp) ---------------------------------------------------
     // The engine object as "uci", "xboard", the test modes and the suite start it: the hash
     // size from the configuration file, the tables, a new game. One made earlier goes first.
+    // The protocol's first command makes it, so every handler after it has an engine.
     void createEngine();
-    // Opens the book the configuration file names, when it turns the book on.
+    void createEngine(int hashMegabytes);
+    // Opens the book the configuration file names, when it turns the book on (after
+    // createEngine).
     void openConfiguredBook();
     // Stops a search that is still marked as running, frees the tables, deletes the engine.
     void destroyEngine();
@@ -61,7 +64,7 @@ public:
     void printSearchInfo(ChessBoard& engine, int depth, const PrincipalVariation& pv,
                          std::uint64_t nodes, double timeMicros) override;
 
-    std::unique_ptr<ChessBoardUCI> board; // null until "uci" or "xboard" creates it
+    std::unique_ptr<ChessBoardUCI> board; // null until the protocol's first command creates it
     std::unique_ptr<char[]> commandBuffer;
     int quitRequested      = 0;
     int protocol           = PROTOCOL_NONE;

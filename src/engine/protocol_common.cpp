@@ -77,7 +77,7 @@ constexpr int DEEPEST_PERFT = 1000;
 
 void perftCommand(FrontEnd& frontEnd, const char* line) {
     const char* value = afterFirstBlank(line);
-    if (!value || !frontEnd.board)
+    if (!value)
         return;
     const int depth = readNumber(value);
     printPerftTable(*frontEnd.board, depth < DEEPEST_PERFT ? depth : DEEPEST_PERFT);
@@ -85,7 +85,7 @@ void perftCommand(FrontEnd& frontEnd, const char* line) {
 
 void divideCommand(FrontEnd& frontEnd, const char* line) {
     const char* value = afterFirstBlank(line);
-    if (!value || !frontEnd.board)
+    if (!value)
         return;
     const int depth = readNumber(value);
     printDivideListing(*frontEnd.board, depth < DEEPEST_PERFT ? depth : DEEPEST_PERFT);

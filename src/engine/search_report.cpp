@@ -15,9 +15,8 @@ namespace {
 constexpr int MATE_SHOWN = 31800;
 
 // A rate or a time as a whole number. What does not fit (a rate over a time of zero) becomes
-// the integer minimum, which is what the conversion gives on the processors the engine was
-// first built for; it keeps such a report the same on every build, where a plain cast
-// would be undefined.
+// the integer minimum, the value x86 processors give for such a conversion; it keeps such a
+// report the same on every build, where a plain cast would be undefined.
 std::int64_t toInt64(double value) {
     if (!(value >= -9.2e18 && value <= 9.2e18))
         return INT64_MIN;
@@ -54,11 +53,8 @@ void coordinateLine(const PrincipalVariation& pv, char* out, std::size_t size) {
     std::size_t used = 0;
     out[0]           = 0;
     for (int i = 0; i < lineLength(pv) && used + 6 <= size; ++i) {
-        const Square from = moveFrom(pv.moves[i]), to = moveTo(pv.moves[i]);
-        out[used++] = char('a' + fileOf(from));
-        out[used++] = char('1' + rankOf(from));
-        out[used++] = char('a' + fileOf(to));
-        out[used++] = char('1' + rankOf(to));
+        ChessBoard::moveToCoordinates(pv.moves[i], out + used, false);
+        used += 4;
         out[used++] = ' ';
         out[used]   = 0;
     }
@@ -95,9 +91,8 @@ void formatUciInfo(char* out, int depth, const PrincipalVariation& pv, std::uint
     // of infinity.
     const int nps   = timeMicros > 0 ? int(toInt64(double(nodes) * 1000000.0 / timeMicros)) : 0;
     const int score = reportedScore(pv);
-    // Being mated puts the minus sign on the depth, and the mate count stays positive. The
-    // odd place of the sign is kept: logs and tools written against this engine's reports
-    // look for it there.
+    // Being mated puts the minus sign on the depth, and the mate count stays positive: that
+    // is where this engine's reports carry the sign.
     if (score <= -MATE_SHOWN)
         std::snprintf(out, REPORT_LINE_SIZE,
                       "info depth -%d score mate %d time %d nodes %" PRId64 " nps %d pv %s", depth,

@@ -1,6 +1,7 @@
 // Search reports: the line sent after each completed iteration, in the dialect of the
 // protocol in use (a UCI "info" line, an XBoard thinking line), or a console row while a
-// test suite runs. ChessBoardUCI::printSearchInfo picks the dialect and sends the line.
+// test suite runs. FrontEnd::printSearchInfo picks the dialect by the protocol in use and
+// sends the line; ChessBoardUCI only hands the report to it.
 #pragma once
 
 #include "board/chess_board.h"
@@ -16,7 +17,9 @@ constexpr std::size_t REPORT_LINE_SIZE = LINE_TEXT_SIZE + 256;
 // A mate score as a number of moves, positive for both sides; other scores unchanged.
 int mateInMoves(int score);
 
-// The line in coordinates, each move followed by a blank: "e2e4 e7e5 ".
+// The line in coordinates, each move followed by a blank: "e2e4 e7e5 ". A promotion is
+// written without its letter, on purpose: that is this engine's report format, and the move
+// line, the one an interface plays, carries the letter.
 void coordinateLine(const PrincipalVariation& pv, char* out, std::size_t size);
 // The line in standard algebraic text, each move followed by a blank. The moves are played
 // on the board to write them, and the text stops at a move that is not legal where it

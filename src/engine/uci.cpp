@@ -61,39 +61,39 @@ const char* keywordValue(const char* text, int& value) {
 
 enum GoValue { DEPTH, NODES, MOVETIME, MOVESTOGO, WTIME, BTIME, WINC, BINC };
 
-void applyGoValue(ChessBoard& engine, GoValue keyword, int value) {
+void applyGoValue(SearchLimits& limits, GoValue keyword, int value) {
     switch (keyword) {
     case DEPTH:
-        engine.setTimeMode(TIME_DEPTH, value);
+        limits.setTimeMode(TIME_DEPTH, value);
         break;
     case NODES:
-        engine.setTimeMode(TIME_NODES, value);
+        limits.setTimeMode(TIME_NODES, value);
         break;
     case MOVETIME:
-        engine.setTimeMode(TIME_MOVETIME, budgetMicroseconds(std::int64_t(value) * 1000));
+        limits.setTimeMode(TIME_MOVETIME, budgetMicroseconds(std::int64_t(value) * 1000));
         break;
     case MOVESTOGO:
-        engine.movesToGo = value;
-        engine.setTimeMode(TIME_CLOCK);
+        limits.movesToGo = value;
+        limits.setTimeMode(TIME_CLOCK);
         break;
     case WTIME:
     case BTIME:
-        engine.remainingTime[keyword == WTIME ? WHITE : BLACK] = clockMilliseconds(value);
-        engine.setTimeMode(TIME_CLOCK);
+        limits.remainingTime[keyword == WTIME ? WHITE : BLACK] = clockMilliseconds(value);
+        limits.setTimeMode(TIME_CLOCK);
         break;
     case WINC:
-        engine.increment[WHITE] = value;
+        limits.increment[WHITE] = value;
         trace("white inc = %d", value);
         break;
     case BINC:
-        engine.increment[BLACK] = value;
+        limits.increment[BLACK] = value;
         trace("black inc = %d", value);
         break;
     }
 }
 
 // One keyword of "go" at text; answers where the parse goes on, or null to end it.
-const char* goKeyword(ChessBoard& engine, const char* text) {
+const char* goKeyword(SearchLimits& limits, const char* text) {
     static const struct {
         const char* name;
         GoValue keyword;
@@ -101,7 +101,7 @@ const char* goKeyword(ChessBoard& engine, const char* text) {
                     {"movestogo ", MOVESTOGO}, {"wtime ", WTIME}, {"btime ", BTIME},
                     {"winc ", WINC},           {"binc ", BINC}};
     if (startsWith(text, "infinite")) {
-        engine.setTimeMode(TIME_INFINITE, 0);
+        limits.setTimeMode(TIME_INFINITE, 0);
         return text + std::strcspn(text, " ");
     }
     for (const auto& k : KEYWORDS) {
@@ -110,7 +110,7 @@ const char* goKeyword(ChessBoard& engine, const char* text) {
         int value        = 0;
         const char* next = keywordValue(text + std::strlen(k.name), value);
         if (next)
-            applyGoValue(engine, k.keyword, value);
+            applyGoValue(limits, k.keyword, value);
         return next;
     }
     return text + std::strcspn(text, " "); // an unknown word
@@ -129,8 +129,7 @@ void isReady(FrontEnd&, const char*) {
 }
 
 void newGame(FrontEnd& frontEnd, const char*) {
-    if (frontEnd.board)
-        frontEnd.board->newGame();
+    frontEnd.board->newGame();
 }
 
 void stop(FrontEnd& frontEnd, const char*) {
@@ -141,15 +140,13 @@ void stop(FrontEnd& frontEnd, const char*) {
 }
 
 void go(FrontEnd& frontEnd, const char* line) {
-    if (!frontEnd.board)
-        return;
-    parseGo(*frontEnd.board, line);
+    parseGo(frontEnd.board->limits, line);
     trace(frontEnd.board->sideToMove == WHITE ? "WHITE to play" : "BLACK to play");
     frontEnd.board->startThinking();
 }
 
-// "debug on" clears the mode and anything else sets it. The inverted reading is kept: it is
-// how the engine has answered interfaces from the start, and nothing looks at the mode.
+// "debug on" clears the mode and anything else sets it. The inverted reading is this
+// engine's answer to the command, and costs nothing: nothing looks at the mode.
 void debug(FrontEnd& frontEnd, const char* line) {
     const char* word = afterFirstBlank(line);
     frontEnd.debugMode =
@@ -157,8 +154,7 @@ void debug(FrontEnd& frontEnd, const char* line) {
 }
 
 void position(FrontEnd& frontEnd, const char* line) {
-    if (frontEnd.board)
-        parsePosition(*frontEnd.board, line);
+    parsePosition(*frontEnd.board, line);
 }
 
 // Tested in this order. During a search: "uci", "ucinewgame" and "position" change the
@@ -185,14 +181,14 @@ CommandTable uciCommands() {
     return UCI_COMMANDS;
 }
 
-void parseGo(ChessBoard& engine, const char* line) {
-    engine.movesToGo = 0;
+void parseGo(SearchLimits& limits, const char* line) {
+    limits.movesToGo = 0;
     const char* text = afterFirstBlank(line);
     while (text && *text) {
         while (*text == ' ')
             ++text;
         if (*text)
-            text = goKeyword(engine, text);
+            text = goKeyword(limits, text);
     }
 }
 

@@ -5,7 +5,8 @@
 #include "engine/command_table.h"
 
 CommandTable uciCommands();
-// The "go" parameters into the engine's time-control fields.
-void parseGo(ChessBoard& engine, const char* line);
+// The "go" parameters into the limits of the next search. A mode, clock or increment the
+// line leaves out keeps its value; moves to go is 0 unless given.
+void parseGo(SearchLimits& limits, const char* line);
 // "position startpos|fen ... [moves ...]" onto the engine's board.
 void parsePosition(ChessBoard& engine, const char* line);

@@ -29,31 +29,26 @@ void xboard(FrontEnd& frontEnd, const char*) {
 }
 
 void undo(FrontEnd& frontEnd, const char*) {
-    if (frontEnd.board)
-        frontEnd.board->takeBackGameMove();
+    frontEnd.board->takeBackGameMove();
 }
 
 // xboard sends "force" when a game ends or the user takes over. A move the search played
 // but was not allowed to send is taken back: the interface never saw it.
 void force(FrontEnd& frontEnd, const char*) {
     frontEnd.forceMode = 1;
-    if (frontEnd.moveDropped && frontEnd.board)
+    if (frontEnd.moveDropped)
         frontEnd.board->takeBackGameMove();
     frontEnd.moveDropped = 0;
 }
 
 void go(FrontEnd& frontEnd, const char*) {
     frontEnd.forceMode = 0;
-    if (frontEnd.board)
-        frontEnd.board->startThinking();
+    frontEnd.board->startThinking();
 }
 
 void newGame(FrontEnd& frontEnd, const char*) {
-    if (frontEnd.board)
-        frontEnd.board->newGame();
+    frontEnd.board->newGame();
     frontEnd.movesLeftInSession = frontEnd.movesPerSession = 40;
-    if (frontEnd.board)
-        frontEnd.board->movesToGo = 40;
 }
 
 void protover(FrontEnd& frontEnd, const char* line) {
@@ -65,13 +60,13 @@ void ping(FrontEnd&, const char* line) {
 }
 
 // The interface sends "time" and "otim" just before the opponent's move, while the opponent
-// is to move: "time" (the engine's own clock) belongs to the side not to move.
+// is to move. So "time" (the engine's own clock) lands on the side not to move and "otim" on
+// the side to move, deliberately: when the engine's search starts, after that move, its own
+// clock is the one the budget reads. The value is in centiseconds.
 void setClock(FrontEnd& frontEnd, const char* line, bool own) {
-    ChessBoardUCI* engine = frontEnd.board.get();
-    if (!engine)
-        return;
-    const int side = own ? engine->sideToMove ^ 1 : engine->sideToMove;
-    engine->remainingTime[side] =
+    const Color toMove = frontEnd.board->side();
+    const Color side   = own ? opponent(toMove) : toMove;
+    frontEnd.board->limits.remainingTime[side] =
         clockMilliseconds(std::int64_t(readNumber(afterFirstBlank(line))) * 10);
 }
 
@@ -85,17 +80,15 @@ void otim(FrontEnd& frontEnd, const char* line) {
 
 void st(FrontEnd& frontEnd, const char* line) {
     const std::int64_t seconds = readNumber(afterFirstBlank(line));
-    if (frontEnd.board)
-        frontEnd.board->setTimeMode(TIME_MOVETIME, budgetMicroseconds(seconds * 1000000));
+    frontEnd.board->limits.setTimeMode(TIME_MOVETIME, budgetMicroseconds(seconds * 1000000));
 }
 
 void sd(FrontEnd& frontEnd, const char* line) {
-    if (frontEnd.board)
-        frontEnd.board->setTimeMode(TIME_DEPTH, readNumber(afterFirstBlank(line)));
+    frontEnd.board->limits.setTimeMode(TIME_DEPTH, readNumber(afterFirstBlank(line)));
 }
 
 void setBoard(FrontEnd& frontEnd, const char* line) {
-    if (frontEnd.board && !frontEnd.board->setPosition(afterFirstBlank(line)))
+    if (!frontEnd.board->setPosition(afterFirstBlank(line)))
         trace("Bad FEN string !");
 }
 
@@ -103,13 +96,11 @@ void setBoard(FrontEnd& frontEnd, const char* line) {
 // moves for whichever side is to move: the interface decides what an illegal move means.
 void opponentMove(FrontEnd& frontEnd, const char* line) {
     trace("Move : '%s'", line);
-    if (!frontEnd.board)
-        return;
     if (!frontEnd.board->playCoordinateMove(line))
         trace("bad move !?");
     if (frontEnd.forceMode)
         return;
-    frontEnd.board->movesToGo = frontEnd.movesLeftInSession;
+    frontEnd.board->limits.movesToGo = frontEnd.movesLeftInSession;
     frontEnd.board->startThinking();
 }
 
@@ -168,21 +159,18 @@ void parseLevel(FrontEnd& frontEnd, const char* line) {
     if (scanNumber(text, moves) && scanWord(text, base, sizeof base))
         scanNumber(text, increment);
     frontEnd.movesPerSession = frontEnd.movesLeftInSession = moves;
-    ChessBoardUCI* engine                                  = frontEnd.board.get();
-    if (engine)
-        engine->movesToGo = moves;
-    const char* baseText = base;
+    SearchLimits& limits                                   = frontEnd.board->limits;
+    limits.movesToGo                                       = moves;
+    const char* baseText                                   = base;
     if (scanNumber(baseText, minutes) && *baseText == ':') {
         ++baseText;
         scanNumber(baseText, seconds);
     }
     trace("level : %d, %d:%d, %d", moves, minutes, seconds, increment);
-    if (!engine)
-        return;
-    const std::int64_t total                  = (std::int64_t(minutes) * 60 + seconds) * 1000;
-    engine->remainingTime[engine->sideToMove] = clockMilliseconds(total);
+    const std::int64_t total                     = (std::int64_t(minutes) * 60 + seconds) * 1000;
+    limits.remainingTime[frontEnd.board->side()] = clockMilliseconds(total);
     const std::int64_t perMove =
         std::clamp<std::int64_t>(std::int64_t(increment) * 1000, 0, INT_MAX);
-    engine->increment[BLACK] = engine->increment[WHITE] = int(perMove);
-    engine->setTimeMode(TIME_CLOCK);
+    limits.increment[BLACK] = limits.increment[WHITE] = int(perMove);
+    limits.setTimeMode(TIME_CLOCK);
 }

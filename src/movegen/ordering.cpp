@@ -71,20 +71,6 @@ void ChessBoard::scoreMoves(MoveEntry* list, int count, Move hashMove, int ply) 
     }
 }
 
-// Nothing calls it yet: the whole slice in descending score order at once, for a caller that
-// wants it; the searches pick one move at a time instead. An exchange sort, ties as it leaves
-// them.
-void ChessBoard::sortMoves(MoveEntry* list, int first, int count) {
-    const int end = first + count;
-    for (int i = first + 1; i < end; ++i)
-        for (int j = first; j < i; ++j)
-            if (list[i].score > list[j].score) {
-                MoveEntry swapped = list[i];
-                list[i]           = list[j];
-                list[j]           = swapped;
-            }
-}
-
 void ChessBoard::scoreCaptures(MoveEntry* list, int count, Move hashMove) const {
     for (int i = 0; i < count; ++i) {
         const Move m  = list[i].move;

@@ -102,7 +102,8 @@ inline bool nodeMustStop(ChessBoard& board) {
         board.pollCounter -= board.pollInterval;
         pollNode = true;
     }
-    if (board.timeMode == TIME_NODES && std::uint64_t(board.nodeLimit) <= board.nodeCount) {
+    if (board.limits.timeMode == TIME_NODES &&
+        std::uint64_t(board.limits.nodeLimit) <= board.nodeCount) {
         board.stopSearch = 1;
         return true;
     }

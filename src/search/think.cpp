@@ -30,20 +30,25 @@ double microsSince(std::int64_t start) {
     return double(performanceCounter() - start) * 1e6 / double(performanceFrequency());
 }
 
-// The rules that end a clock-mode search early; true to stop. Two mate scores in the
-// search (not necessarily in a row) past depth 6 settle it, and so does an iteration that
-// leaves too little time for the next one, which takes longer than all before it.
+// The clock-mode stop rules after a completed iteration; true to stop. With one legal move
+// the first iteration's move is played.
 bool clockRuleStops(ChessBoard& board, Iterations& it, int score, double iterationTime) {
-    if (board.singleMove) {
+    const IterationClock clock = {board.singleMove, score,         it.depth,
+                                  board.timeLimit,  iterationTime, it.total};
+    switch (clockRuleStops(clock, it.mateCount)) {
+    case ClockStop::SINGLE_MOVE:
         trace("only one move possible");
         board.bestMove = board.principalVariation.moves[0];
         return true;
-    }
-    if (std::abs(score) >= MATE_BOUND && ++it.mateCount > 1 && it.depth > 6) {
+    case ClockStop::MATE_SCORES:
         trace("2 successive mate found");
         return true;
+    case ClockStop::NO_TIME_FOR_NEXT:
+        return true;
+    case ClockStop::NONE:
+        break;
     }
-    return double(board.timeLimit) * 0.8 < iterationTime * 0.6 + it.total;
+    return false;
 }
 
 // One pass at it.depth; false when the deepening is over.
@@ -78,7 +83,7 @@ bool iterate(ChessBoard& board, Iterations& it, int depthLimit) {
         trace("max depth reached");
         board.stopSearch = 1;
     }
-    if (board.timeMode == TIME_CLOCK && clockRuleStops(board, it, score, iterationTime))
+    if (board.limits.timeMode == TIME_CLOCK && clockRuleStops(board, it, score, iterationTime))
         board.stopSearch = 1;
     if (!it.failed)
         board.bestMove = pv.moves[0];
@@ -134,14 +139,14 @@ bool ChessBoard::think() {
         resetSearchTables();
         computeTimeLimit();
         // Deeper than the search's plies there is nothing more to find.
-        const int depthLimit =
-            std::min(timeMode == TIME_DEPTH ? depthOnlyLimit : maxDepth, int(MAX_PLY));
+        const int depthLimit = std::min(
+            limits.timeMode == TIME_DEPTH ? limits.depthOnlyLimit : maxDepth, int(MAX_PLY));
         Iterations it;
         while (!stopSearch && iterate(*this, it, depthLimit)) {
         }
         // A depth-only search plays the line it ends with, which after a stop is the best
         // root move so far of the interrupted iteration when it has one.
-        if (timeMode == TIME_DEPTH && principalVariation.moves[0])
+        if (limits.timeMode == TIME_DEPTH && principalVariation.moves[0])
             bestMove = principalVariation.moves[0];
         if (it.depth == 2 && !bestMove) {
             trace("no result was found ? (depth = 1)");
@@ -172,15 +177,15 @@ bool ChessBoard::startThinking() {
     return think();
 }
 
-// Nothing calls it yet: the step every node takes first (nodeMustStop), for a caller outside
-// the node loop. Kept here, beside the iterations, rather than with the clock: the nodes'
-// step itself calls the clock's poll.
+// The stop-and-poll step every node takes first (nodeMustStop), for a caller outside the
+// node loop: a front end that drives the search from its own loop asks it between calls.
+// It sits beside the iterations rather than with the clock, whose poll the step calls.
 bool ChessBoard::checkTime() {
     return !nodeMustStop(*this);
 }
 
-// Nothing calls it yet: a thread routine that seeds the random numbers and thinks, for a
-// front end that would run the search on a thread of its own.
+// startThinking as a thread routine, for a front end that runs the search on a thread of
+// its own: it seeds the random numbers (the book's choice) and thinks.
 unsigned long ChessBoard::startThinkingThread(void* engine) {
     std::srand(unsigned(std::time(nullptr)));
     static_cast<ChessBoard*>(engine)->think();

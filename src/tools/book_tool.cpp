@@ -1,5 +1,6 @@
 // pellix-book: makes the engine's opening book from PGN games and looks inside books. Problems
 // with the input go to standard error, listings and progress to standard output.
+#include "board/make_engine.h"
 #include "book/book_builder.h"
 #include "book/game_moves.h"
 #include "platform/terminal.h"
@@ -116,8 +117,8 @@ int runBuild(int argc, char** argv) {
         std::fprintf(stderr, "pellix-book: cannot read %s\n", pgnPath);
         return 1;
     }
-    SilentBoard board;
-    board.initTables(0);
+    const auto engine  = makeEngine<SilentBoard>(0);
+    SilentBoard& board = *engine;
     BookBuilder builder(board, options);
     BuildTally tally;
     PgnReader reader(text);
@@ -191,8 +192,8 @@ bool setUpPosition(ChessBoard& board, const std::string& text) {
 int runShow(int argc, char** argv) {
     if (argc < 3)
         return usage();
-    SilentBoard board;
-    board.initTables(0);
+    const auto engine  = makeEngine<SilentBoard>(0);
+    SilentBoard& board = *engine;
     if (!board.openBook(argv[2])) {
         std::fprintf(stderr, "pellix-book: %s is not a readable book\n", argv[2]);
         return 1;

@@ -116,7 +116,7 @@ int runTestSuite(ChessBoard& engine, int seconds, const char* path) {
     engine.suiteMode = 1;
     // The time mode outlives the positions of the suite but not a new game: it is set after
     // the new game the engine was created with.
-    engine.setTimeMode(TIME_MOVETIME, std::int64_t(seconds < 0 ? 5 : seconds) * 1000000);
+    engine.limits.setTimeMode(TIME_MOVETIME, std::int64_t(seconds < 0 ? 5 : seconds) * 1000000);
     std::printf("Pellix version %s\n\n", PELLIX_VERSION);
     std::printf("Test suite : %s\n\n", path);
     if (file) {

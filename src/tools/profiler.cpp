@@ -50,7 +50,8 @@ void printProfile() {
     for (int i = 0; i < sectionCount; ++i) {
         const ProfileSection& s = sections[i];
         double total            = double(s.totalTicks) * toMicros;
-        double average          = total / s.calls; // a section never left has no average, as ever
+        // A section entered but never left has no calls: its average prints as nan or inf.
+        double average = total / s.calls;
         char count[32], totalText[64], averageText[64], minText[64], maxText[64];
         std::snprintf(count, sizeof count, "%8d", s.calls);
         std::snprintf(totalText, sizeof totalText, "%8.6f", total);

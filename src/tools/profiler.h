@@ -1,5 +1,7 @@
 // A small section profiler: named sections with call counts and total, shortest and longest
-// times from the performance counter, and a report with one row per section.
+// times from the performance counter, and a report with one row per section. It is a
+// developer's tool: wrap the code under study in profileEnter/profileLeave and print the
+// table to see where the time goes; no release path calls it.
 #pragma once
 
 #include <cstdint>

@@ -25,9 +25,7 @@ const char* const XBOARD_LINES[] = {"quit", "xboard", "undo", "white", "black", 
 struct Session {
     explicit Session(int protocol) : frontEnd(CommandSource{nullptr, nullptr}) {
         frontEnd.protocol = protocol;
-        frontEnd.board    = std::make_unique<ChessBoardUCI>(frontEnd);
-        frontEnd.board->initTables(1);
-        frontEnd.board->newGame();
+        frontEnd.createEngine(1);
     }
     // Dispatches the line and answers what it sent at once.
     std::string send(const char* line) {
@@ -37,9 +35,9 @@ struct Session {
     }
     // What a running search reads or stands on: the board and the time controls.
     std::string searchInputs() const {
-        const ChessBoard& e = *frontEnd.board;
+        const SearchLimits& e = frontEnd.board->limits;
         char fen[128];
-        e.toFen(fen);
+        frontEnd.board->toFen(fen);
         return std::string(fen) + " " + std::to_string(e.timeMode) + " " +
                std::to_string(e.depthOnlyLimit) + " " + std::to_string(e.moveTime) + " " +
                std::to_string(e.remainingTime[WHITE]) + " " + std::to_string(e.movesToGo);
@@ -95,33 +93,92 @@ TEST(CommandTable, EveryCommandDuringASearch) {
 
 // "go": later keywords win, unknown words are skipped one by one, a missing value ends the
 // parse, and clocks that ran out or overflow stay in range. "position startpos" with nothing
-// after it leaves the board as it was. "level MPS BASE INC" takes the base in minutes or
-// minutes:seconds, for the side to move's clock, and the increment in whole seconds.
+// after it leaves the board as it was.
 TEST(CommandTable, GoPositionAndLevelReadTheirWords) {
-    auto engine = boardFrom(START_FEN);
-    parseGo(*engine, "go depth 6 wtime 300000 btime 290000 winc 2000 movestogo 12");
-    EXPECT_EQ(engine->timeMode, TIME_CLOCK);
-    EXPECT_EQ(engine->remainingTime[BLACK], 290000.0f);
-    EXPECT_EQ(engine->increment[WHITE], 2000);
-    EXPECT_EQ(engine->movesToGo, 12);
-    parseGo(*engine, "go ponder searchmoves e2e4 depth 4 nodes ");
-    EXPECT_TRUE(engine->depthOnlyLimit == 4 && engine->movesToGo == 0);
-    parseGo(*engine, "go wtime -150 btime 99999999999 movetime 99999999 infinite");
-    EXPECT_EQ(engine->timeMode, TIME_INFINITE);
-    EXPECT_EQ(engine->remainingTime[WHITE], 0.0f);
-    EXPECT_GT(engine->remainingTime[BLACK], 2e9f);
-    EXPECT_EQ(engine->moveTime, 0xFFFFFFFFu);
+    auto engine          = boardFrom(START_FEN);
+    SearchLimits& limits = engine->limits;
+    parseGo(limits, "go depth 6 wtime 300000 btime 290000 winc 2000 movestogo 12");
+    EXPECT_EQ(limits.timeMode, TIME_CLOCK);
+    EXPECT_EQ(limits.remainingTime[BLACK], 290000.0f);
+    EXPECT_EQ(limits.increment[WHITE], 2000);
+    EXPECT_EQ(limits.movesToGo, 12);
+    parseGo(limits, "go ponder searchmoves e2e4 depth 4 nodes ");
+    EXPECT_TRUE(limits.depthOnlyLimit == 4 && limits.movesToGo == 0);
+    EXPECT_EQ(limits.timeMode, TIME_DEPTH);
+    parseGo(limits, "go ponder");
+    EXPECT_EQ(limits.timeMode, TIME_DEPTH) << "a go without a mode keeps the last one";
+    parseGo(limits, "go wtime -150 btime 99999999999 movetime 99999999 infinite");
+    EXPECT_EQ(limits.timeMode, TIME_INFINITE);
+    EXPECT_EQ(limits.remainingTime[WHITE], 0.0f);
+    EXPECT_GT(limits.remainingTime[BLACK], 2e9f);
+    EXPECT_EQ(limits.moveTime, 0xFFFFFFFFu);
 
     char fen[128];
     parsePosition(*engine, "position startpos moves e2e4 e7e5");
     parsePosition(*engine, "position startpos");
     engine->toFen(fen);
     EXPECT_STREQ(fen, "rnbqkbnr/pppp1ppp/8/4p3/4P3/8/PPPP1PPP/RNBQKBNR w KQkq e6 0 2");
+}
 
+// The clock route from each protocol to the budget, with unequal clocks and Black to move:
+// UCI's wtime and btime by name, increments kept from one "go" to the next; XBoard's "time"
+// (sent while the opponent is to move) on the engine's own clock, "otim" on the other, and
+// "level MPS BASE INC" (minutes or minutes:seconds, whole seconds) on the side to move's.
+TEST(ClockRoute, EachProtocolFeedsTheClockOfTheSideToMove) {
+    Session uci(PROTOCOL_UCI);
+    ChessBoard& engine = *uci.frontEnd.board;
+    uci.send("position startpos moves e2e4");
+    parseGo(engine.limits, "go wtime 30000 btime 90000 winc 100 binc 3000");
+    engine.computeTimeLimit();
+    EXPECT_EQ(engine.timeLimit, 3000u * 1000 + 90000u * 1000 / 40);
+    parseGo(engine.limits, "go wtime 1000 btime 40000");
+    engine.computeTimeLimit();
+    EXPECT_EQ(engine.timeLimit, 3000u * 1000 + 40000u * 1000 / 40);
+
+    Session xboard(PROTOCOL_XBOARD);
+    ChessBoard& black = *xboard.frontEnd.board;
+    for (const char* line : {"new", "force", "time 3000", "otim 9000", "e2e4"})
+        xboard.send(line);
+    ASSERT_EQ(black.side(), BLACK);
+    black.computeTimeLimit();
+    EXPECT_EQ(black.timeLimit, 30000u * 1000 / 40) << "the engine's own clock is Black's";
+    xboard.send("level 30 2:30 0.5");
+    EXPECT_TRUE(black.limits.remainingTime[WHITE] == 90000.0f &&
+                black.limits.increment[WHITE] == 0);
+    black.computeTimeLimit();
+    EXPECT_EQ(black.timeLimit, 150000u * 1000 / 30);
+    xboard.send("level 40 5 12.5");
+    EXPECT_TRUE(black.limits.increment[BLACK] == 12000 && black.limits.timeMode == TIME_CLOCK);
+}
+
+// "level 3 ...": the searches get 3, 2 and 1 moves to go, and then a new session of 3.
+TEST(ClockRoute, XboardSessionCountsDownAcrossItsBoundary) {
     Session session(PROTOCOL_XBOARD);
-    parseLevel(session.frontEnd, "level 40 2:30 12.5");
-    const ChessBoard& clock = *session.frontEnd.board;
-    EXPECT_TRUE(session.frontEnd.movesLeftInSession == 40 && clock.movesToGo == 40);
-    EXPECT_TRUE(clock.remainingTime[WHITE] == 150000.0f && clock.increment[BLACK] == 12000);
-    EXPECT_EQ(clock.timeMode, TIME_CLOCK);
+    ChessBoard& engine = *session.frontEnd.board;
+    session.send("new");
+    session.send("level 3 0:10 0");
+    session.send("sd 1");
+    std::vector<int> movesToGo;
+    for (int move = 0; move < 4; ++move) {
+        char text[8];
+        ChessBoard::moveToCoordinates(legalMoves(engine).at(0), text);
+        const std::string reply = session.send(text); // the engine answers for Black
+        EXPECT_NE(reply.find("move "), std::string::npos) << text;
+        movesToGo.push_back(engine.limits.movesToGo);
+    }
+    EXPECT_EQ(movesToGo, (std::vector<int>{3, 2, 1, 3}));
+}
+
+// The engine's own move line keeps the letter of an under-promotion in both protocols.
+TEST(ClockRoute, TheMoveLineNamesAnUnderPromotion) {
+    for (int protocol : {PROTOCOL_UCI, PROTOCOL_XBOARD}) {
+        Session session(protocol);
+        ChessBoard& engine = *session.frontEnd.board;
+        ASSERT_TRUE(engine.setPosition("8/4P3/8/8/8/8/k7/7K w - - 0 1"));
+        engine.bestMove = findMove(engine, "e7e8n");
+        testing::internal::CaptureStdout();
+        session.frontEnd.sendMove(engine);
+        EXPECT_EQ(testing::internal::GetCapturedStdout(),
+                  protocol == PROTOCOL_UCI ? "bestmove e7e8n\n" : "move e7e8n\n");
+    }
 }

@@ -11,12 +11,10 @@ std::vector<std::string> legalMoveTexts(const std::string& fen,
         if (!board->playCoordinateMove(m.c_str()))
             return {};
     std::vector<std::string> texts;
+    char text[8];
     for (Move m : legalMoves(*board)) {
-        std::string text = {char('a' + fileOf(moveFrom(m))), char('1' + rankOf(moveFrom(m))),
-                            char('a' + fileOf(moveTo(m))), char('1' + rankOf(moveTo(m)))};
-        if (movePromotion(m))
-            text += "pnbrqk"[movePromotion(m) - 1];
-        texts.push_back(text);
+        ChessBoard::moveToCoordinates(m, text);
+        texts.emplace_back(text);
     }
     return texts;
 }

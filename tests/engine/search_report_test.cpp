@@ -7,10 +7,9 @@
 
 TEST(SearchReport, EachDialectAndItsMates) {
     FrontEnd frontEnd(CommandSource{nullptr, nullptr});
-    ChessBoardUCI engine(frontEnd);
-    engine.initTables(0);
-    engine.newGame();
-    auto printed = [&](int suite, int dialect, int score, double micros) {
+    frontEnd.createEngine(0);
+    ChessBoardUCI& engine = *frontEnd.board;
+    auto printed          = [&](int suite, int dialect, int score, double micros) {
         PrincipalVariation pv;
         pv.count          = 2;
         pv.moves[0]       = makeMoveWord(12, 28, PAWN) | MOVE_DOUBLE;

@@ -1,5 +1,6 @@
 // The evaluation: colour symmetry over many positions, the endgame draw, the lazy exit, and
 // the terms as relations.
+#include "eval/eval_tables.h"
 #include "test_support.h"
 
 #include <gtest/gtest.h>
@@ -74,12 +75,13 @@ TEST(Evaluate, EndgameDrawOnlyForTheSideToMoveThatCannotWin) {
 // window; the exit answers the balance alone.
 TEST(Evaluate, LazyExitAnswersTheMaterialOutsideTheWindow) {
     auto board = boardFrom("r1bqkbn1/pppp1ppp/2n5/4p3/2B1P3/5N2/PPPP1PPP/RNBQK2R w KQq - 0 1");
-    const int material = 500, full = fullEval(*board); // White is a rook up
+    const int material = board->material[WHITE] - board->material[BLACK], full = fullEval(*board);
     ASSERT_NE(full, material);
-    // clang-format off
-    const int cases[][4] = {{0, 300, 1, material}, {700, 900, 1, material}, {0, 301, 1, full},
-                            {0, 300, 0, full}, {0, 300, 2, full}};
-    // clang-format on
+    // The window's edges a margin below and above the balance, and one step inside them.
+    const int below = material - LAZY_MARGIN, above = material + LAZY_MARGIN;
+    const int cases[][4] = {{below - 9, below, 1, material}, {above, above + 9, 1, material},
+                            {below - 9, below + 1, 1, full}, {above - 1, above + 9, 1, full},
+                            {below - 9, below, 0, full},     {below - 9, below, 2, full}};
     for (const auto& c : cases)
         EXPECT_EQ(board->evaluate(c[0], c[1], c[2]), c[3]) << c[0] << " " << c[1] << " " << c[2];
 }

@@ -1,5 +1,5 @@
 // The full-width and root searches: mate and draw scores, mate scores in the table, a board
-// left as found at every stop; the time budgets; and the transposition table itself.
+// left as found at every stop; and the transposition table itself.
 #include "search/search_node.h"
 #include "search_test_board.h"
 #include "test_support.h"
@@ -111,11 +111,11 @@ TEST(Search, LeavesTheBoardAsItFoundItAtEveryStop) {
             continue;
         auto board = searchBoard(fen), untouched = searchBoard(fen);
         for (std::int64_t limit : {1, 2, 7, 61, 500, 3001}) {
-            board->setTimeMode(TIME_NODES, limit);
+            board->limits.setTimeMode(TIME_NODES, limit);
             searchRootAt(*board, 5);
             ASSERT_TRUE(sameBoard(*board, *untouched)) << fen << " limit " << limit;
         }
-        board->setTimeMode(TIME_NODES, 2000);
+        board->limits.setTimeMode(TIME_NODES, 2000);
         board->think();
         EXPECT_EQ(board->nodeCount, 2000u);
         ASSERT_FALSE(board->reports.empty());
@@ -125,31 +125,6 @@ TEST(Search, LeavesTheBoardAsItFoundItAtEveryStop) {
         board->takeBackGameMove();
         EXPECT_TRUE(sameBoard(*board, *untouched)) << fen;
     }
-}
-
-// Budgets of each time mode; in clock mode a single legal move is played after the first
-// iteration.
-TEST(TimeControl, BudgetOfEachModeAndASingleLegalMoveAtOnce) {
-    // Mode, milliseconds left, moves to go, increment, mode value, budget in microseconds.
-    const std::int64_t cases[][6] = {
-        {TIME_CLOCK, 60000, 0, 0, 0, 1500000},   {TIME_CLOCK, 60000, 0, 2000, 0, 3500000},
-        {TIME_CLOCK, 60000, 1, 0, 0, 30000000},  {TIME_CLOCK, 60000, 40, 0, 0, 1500000},
-        {TIME_CLOCK, -500, 40, 0, 0, 0},         {TIME_MOVETIME, 0, 40, 0, 2500000, 2500000},
-        {TIME_INFINITE, 0, 40, 0, 0, 0xFFFFFFFF}};
-    for (const auto& c : cases) {
-        auto board                  = searchBoard(START_FEN);
-        board->remainingTime[WHITE] = float(c[1]);
-        board->movesToGo            = int(c[2]);
-        board->increment[WHITE]     = int(c[3]);
-        board->setTimeMode(int(c[0]), c[4]);
-        board->computeTimeLimit();
-        EXPECT_EQ(board->timeLimit, std::uint32_t(c[5])) << c[0] << " " << c[1];
-    }
-    auto single                  = searchBoard("k7/8/8/8/8/8/1q6/K7 w - - 0 1");
-    single->remainingTime[WHITE] = 600000;
-    single->setTimeMode(TIME_CLOCK);
-    single->think();
-    EXPECT_EQ(single->reports.size(), 1u);
 }
 
 // Sizes round up to a power of two up to 2048; stores always replace; probes match the whole
@@ -162,8 +137,9 @@ TEST(TranspositionTable, SizingStoresAndProbes) {
     const std::uint64_t a = 0x123456789ABCDEF0ull, b = a ^ (std::uint64_t(1) << 40); // one slot
     table.store(a, 77, BOUND_LOWER, 40, -31990);
     ASSERT_NE(table.probe(a), nullptr);
-    EXPECT_TRUE(table.probe(a)->move == 77 && infoScore(table.probe(a)->info) == -31990);
-    EXPECT_EQ(table.probe(a)->info, packInfo(BOUND_LOWER, 40, -31990));
+    const HashEntry& stored = *table.probe(a);
+    EXPECT_TRUE(stored.move == 77 && infoScore(stored.info) == -31990);
+    EXPECT_TRUE(infoBound(stored.info) == BOUND_LOWER && infoDepth(stored.info) == 40);
     EXPECT_EQ(table.probe(b), nullptr);
     table.store(b, 88, BOUND_UPPER, 8, 5); // shallower, still replaces
     EXPECT_EQ(table.probe(a), nullptr);

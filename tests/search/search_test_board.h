@@ -1,6 +1,7 @@
 // A test engine whose hooks record what the search hands them.
 #pragma once
 
+#include "board/make_engine.h"
 #include "tools/silent_board.h"
 
 #include <gtest/gtest.h>
@@ -32,9 +33,7 @@ public:
 
 // A board with a 2 MB transposition table and the position set.
 inline std::unique_ptr<RecordingBoard> searchBoard(const std::string& fen) {
-    auto board = std::make_unique<RecordingBoard>();
-    board->initTables(2);
-    board->newGame();
+    auto board = makeEngine<RecordingBoard>(2);
     EXPECT_EQ(board->setPosition(fen.c_str()), 1) << fen;
     return board;
 }
@@ -42,6 +41,6 @@ inline std::unique_ptr<RecordingBoard> searchBoard(const std::string& fen) {
 // A fixed-depth think from a cleared table; the move is played on the board.
 inline void thinkToDepth(RecordingBoard& board, int depth) {
     board.hashTable.clear();
-    board.setTimeMode(TIME_DEPTH, depth);
+    board.limits.setTimeMode(TIME_DEPTH, depth);
     board.think();
 }
