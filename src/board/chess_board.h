@@ -36,6 +36,8 @@ constexpr int MOVE_STACK_SIZE = MAX_PLY * MOVE_STRIDE + MAX_GENERATED;
 
 enum GameStatus : std::uint8_t { STATUS_NORMAL = 0, STATUS_CHECK, STATUS_MATE, STATUS_STALEMATE };
 
+constexpr int MAX_PERFT_ROWS = 32; // depths perftReport stores; deeper ones run unstored
+
 // Seven counters of one perft depth, in report order.
 struct PerftCounters {
     std::uint64_t nodes, captures, enPassant, checks, mates, promotions, castles;
@@ -114,6 +116,7 @@ public:
     int generateLegalMoves(MoveEntry* list);
     bool isMoveValid(Move m); // a legal move of this position
     bool isAttackedWithout(Square removed, Square square, Color by) const;
+    bool isPinned(Square square, Color colour) const;
     bool cannotWin(Color colour) const;
 
     MoveEntry moveStack[MOVE_STACK_SIZE];
@@ -123,8 +126,15 @@ public:
     std::uint64_t perft(int depth, int listStart);
     void perftStats(int depth, int listStart);
     int divide(int depth); // fills divideRows, returns the number of rows
+    // The engine's own reports of the same walks (tools/perft_output.cpp): each depth's
+    // counters stored in perftRows and the profile printed; divide one ply deeper than
+    // asked. They write to the trace, not the console, where printPerftTable and
+    // printDivideListing write what users see.
+    void perftReport(int deepest);
+    int divideReport(int depth);
 
-    PerftCounters perftCounters = {};
+    PerftCounters perftCounters                 = {};
+    PerftCounters perftRows[MAX_PERFT_ROWS + 1] = {}; // by depth, 1 to MAX_PERFT_ROWS
     DivideRow divideRows[MAX_GENERATED];
     int divideCount = 0;
 
@@ -132,6 +142,9 @@ public:
     void scoreMoves(MoveEntry* list, int count, Move hashMove, int ply) const;
     void scoreCaptures(MoveEntry* list, int count, Move hashMove) const;
     int see(Move m) const;
+    // The whole slice in descending score order at once, for a caller that wants a list
+    // sorted; the searches pick one move at a time instead.
+    static void sortMoves(MoveEntry* list, int first, int count);
 
     Move killerMove1[MAX_PLY] = {};
     Move killerMove2[MAX_PLY] = {};

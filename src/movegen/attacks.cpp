@@ -1,6 +1,6 @@
 // Attack questions beyond the plain "is this square attacked" of the position: the x-ray
-// test of perft's king moves and the insufficient-material test of the evaluation's endgame
-// draw.
+// test of perft's king moves, the pin test of the move-generation toolkit and the
+// insufficient-material test of the evaluation's endgame draw.
 #include "board/chess_board.h"
 
 bool ChessBoard::isAttackedWithout(Square removed, Square square, Color by) const {
@@ -10,6 +10,40 @@ bool ChessBoard::isAttackedWithout(Square removed, Square square, Color by) cons
            (knightAttack[square] & bbPiece[by][KNIGHT]) ||
            (occ.bishopAttacks(square) & diagonalSliders(by)) ||
            (occ.rookAttacks(square) & lineSliders(by)) || (kingAttack[square] & bbPiece[by][KING]);
+}
+
+// Whether the piece of `colour` on `square` shields its king from an enemy slider on the
+// line through both. Part of the toolkit for callers outside the search; perft gathers all
+// pins of a position at once instead, and make decides legality for everyone else.
+bool ChessBoard::isPinned(Square square, Color colour) const {
+    const Square king = kingSquare[colour];
+    Bitboard line;
+    Bitboard sliders;
+    switch (direction[square][king]) {
+    case NORTH:
+    case SOUTH:
+        line    = fileAttacks(square);
+        sliders = lineSliders(opponent(colour));
+        break;
+    case EAST:
+    case WEST:
+        line    = rankAttacks(square);
+        sliders = lineSliders(opponent(colour));
+        break;
+    case NORTH_EAST:
+    case SOUTH_WEST:
+        line    = diagAttack45R[square][(bbAllPiece45R >> shift45R[square]) & 63];
+        sliders = diagonalSliders(opponent(colour));
+        break;
+    case SOUTH_EAST:
+    case NORTH_WEST:
+        line    = diagAttack45L[square][(bbAllPiece45L >> shift45L[square]) & 63];
+        sliders = diagonalSliders(opponent(colour));
+        break;
+    default:
+        return false;
+    }
+    return (line & bbPiece[colour][KING] & bit(king)) && (line & sliders);
 }
 
 bool ChessBoard::cannotWin(Color colour) const {

@@ -88,3 +88,16 @@ void ChessBoard::scoreCaptures(MoveEntry* list, int count, Move hashMove) const 
         list[i].score = sameMove(m, hashMove) ? score + HASH_MOVE_SCORE : score;
     }
 }
+
+// An exchange sort over the slice: each entry is compared with every earlier one and the two
+// swap when it scores strictly higher. Ties keep whatever order that leaves.
+void ChessBoard::sortMoves(MoveEntry* list, int first, int count) {
+    const int end = first + count;
+    for (int i = first + 1; i < end; ++i)
+        for (int j = first; j < i; ++j)
+            if (list[i].score > list[j].score) {
+                const MoveEntry swapped = list[i];
+                list[i]                 = list[j];
+                list[j]                 = swapped;
+            }
+}

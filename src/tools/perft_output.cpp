@@ -1,8 +1,11 @@
-// Writes perft tables and divide listings in the engine's console format.
+// Writes perft tables and divide listings in the engine's console format, and the engine's own
+// reports of the same walks.
 #include "tools/perft_output.h"
 
 #include "board/chess_board.h"
+#include "board/trace.h"
 #include "platform/send_command.h"
+#include "tools/profiler.h"
 
 #include <cinttypes>
 #include <cstdio>
@@ -30,4 +33,26 @@ void printDivideListing(ChessBoard& board, int depth) {
     for (int i = 0; i < rows; ++i)
         sendCommand("%12s : %12" PRId64, board.divideRows[i].text,
                     std::int64_t(board.divideRows[i].count));
+}
+
+// No command reaches these: they are the walks as the engine reports them to its trace,
+// which says nothing, with the profile printed after the perft rows.
+void ChessBoard::perftReport(int deepest) {
+    trace("Perft result :\n");
+    for (int depth = 1; depth <= deepest; ++depth) {
+        perftCounters = {};
+        perftStats(depth, 0);
+        if (depth <= MAX_PERFT_ROWS)
+            perftRows[depth] = perftCounters;
+        trace("%12I64d", perftCounters.nodes);
+    }
+    printProfile();
+    hookThinkEnded();
+}
+
+int ChessBoard::divideReport(int depth) {
+    const int rows = divide(depth + 1);
+    trace("Divide result :\n");
+    hookThinkEnded();
+    return rows;
 }

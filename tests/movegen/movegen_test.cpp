@@ -113,3 +113,48 @@ TEST(MoveOrdering, OrderOfTheKindsOfMoveInTheMainAndTheCaptureSearch) {
                         scoreOf(START_FEN, "g1f3", true, true)}),
               0);
 }
+
+// The toolkit's pin test against the lines themselves: a piece is pinned when it is the only
+// piece between its king and an enemy slider that moves along that line.
+TEST(Toolkit, PinTestAgreesWithTheSlidersOnTheKingsLines) {
+    std::vector<PerftCase> suite        = loadPerftSuite("tricky.perft");
+    const std::vector<PerftCase> random = loadPerftSuite("random.perft");
+    for (std::size_t i = 0; i < random.size(); i += 20 * PELLIX_SAMPLE_STRIDE)
+        suite.push_back(random[i]);
+    int pins = 0;
+    for (const PerftCase& c : suite) {
+        auto board = boardFrom(c.fen);
+        for (Color us : {WHITE, BLACK}) {
+            const Square king = board->kingSquare[us];
+            const Bitboard snipers =
+                ((rankAttack[king][0] | fileAttack[king][0]) & board->lineSliders(opponent(us))) |
+                ((diagAttack45R[king][0] | diagAttack45L[king][0]) &
+                 board->diagonalSliders(opponent(us)));
+            Bitboard own = board->bbColorPiece[us] & ~bit(king);
+            while (own) {
+                const Square s = popLowest(own);
+                bool pinned    = false;
+                for (Bitboard b = snipers; b;)
+                    pinned |= (betweenMask[popLowest(b)][king] & board->bbAllPiece) == bit(s);
+                EXPECT_EQ(board->isPinned(s, us), pinned) << c.fen << " square " << s;
+                pins += pinned;
+            }
+        }
+    }
+    EXPECT_GT(pins, 50) << "the positions hold pins to test";
+}
+
+TEST(Toolkit, SortMovesOrdersTheSliceByDescendingScore) {
+    MoveEntry list[40];
+    for (int i = 0; i < 40; ++i)
+        list[i] = {Move(i + 1), (i * 7919) % 23 - 11};
+    MoveEntry before[40];
+    std::copy(list, list + 40, before);
+    ChessBoard::sortMoves(list, 5, 30);
+    for (int i = 6; i < 35; ++i)
+        EXPECT_GE(list[i - 1].score, list[i].score) << i;
+    auto byMove = [](const MoveEntry& a, const MoveEntry& b) { return a.move < b.move; };
+    std::sort(list + 5, list + 35, byMove);
+    for (int i = 0; i < 40; ++i)
+        EXPECT_TRUE(list[i].move == before[i].move && list[i].score == before[i].score) << i;
+}

@@ -1,5 +1,6 @@
 // The profiler's table of sections: one record per name, counted calls, a full table that
-// times nothing more, and a report row per section.
+// times nothing more, and a report row per section; the perft report that prints it.
+#include "test_support.h"
 #include "tools/profiler.h"
 
 #include <cstdio>
@@ -26,4 +27,23 @@ TEST(Profiler, OneRecordPerNameUntilTheTableIsFull) {
     EXPECT_EQ(std::sscanf(report.c_str() + report.find("search") + 6, "%d", &calls), 1);
     EXPECT_EQ(calls, 2) << report;
     resetProfile();
+}
+
+TEST(Profiler, ThePerftReportStoresEachDepthAndPrintsTheProfile) {
+    resetProfile();
+    auto board = boardFrom(START_FEN);
+    testing::internal::CaptureStdout();
+    board->perftReport(3);
+    EXPECT_EQ(testing::internal::GetCapturedStdout(),
+              "Name, Count, Total Time, Average Time, Min, Max\n");
+    const PerftCounters* rows = board->perftRows;
+    EXPECT_EQ(rows[1].nodes + rows[2].nodes + rows[3].nodes, 20u + 400 + 8902);
+    EXPECT_EQ(rows[3].captures + rows[3].checks, 34u + 12);
+    // The divide report counts one ply deeper than it is asked.
+    const int count     = board->divideReport(1);
+    std::uint64_t total = 0;
+    for (int i = 0; i < count; ++i)
+        total += board->divideRows[i].count;
+    EXPECT_EQ(count, 20);
+    EXPECT_EQ(total, 400u);
 }
