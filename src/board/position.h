@@ -6,6 +6,7 @@
 #include "board/tables.h"
 #include "board/types.h"
 
+#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -25,6 +26,18 @@ struct HistoryRecord {
 constexpr std::uint8_t stageOfPhase(int phase) {
     return phase >= 21 ? 0 : phase >= 9 ? 1 : phase >= 1 ? 2 : 3;
 }
+
+// A square's bit in each of the four occupancy boards, side by side in the order Position
+// keeps them, so a piece appearing or vanishing costs four XORs from one table row.
+struct alignas(32) OccupancyBits {
+    Bitboard all, r90, r45R, r45L;
+};
+inline constexpr auto OCCUPANCY_BITS = [] {
+    std::array<OccupancyBits, 64> rows{};
+    for (Square s = 0; s < 64; ++s)
+        rows[s] = {bit(s), bit(rot90[s]), bit(rot45R[s]), bit(rot45L[s])};
+    return rows;
+}();
 
 struct Position {
     Bitboard bbAllPiece;
@@ -58,10 +71,11 @@ struct Position {
         flipOccupancy(s);
     }
     void flipOccupancy(Square s) {
-        bbAllPiece ^= SquareMask[s];
-        bbAllPiece90R ^= SquareMask[rot90[s]];
-        bbAllPiece45R ^= SquareMask[rot45R[s]];
-        bbAllPiece45L ^= SquareMask[rot45L[s]];
+        const OccupancyBits& bits = OCCUPANCY_BITS[s];
+        bbAllPiece ^= bits.all;
+        bbAllPiece90R ^= bits.r90;
+        bbAllPiece45R ^= bits.r45R;
+        bbAllPiece45L ^= bits.r45L;
     }
     void setPiece(Color c, Piece p, Square s) {
         flipBits(c, p, s);
