@@ -10,7 +10,9 @@
 #include "board/principal_variation.h"
 #include "board/types.h"
 #include "board/zobrist.h"
+#include "eval/eval_cache.h"
 #include "eval/eval_info.h"
+#include "eval/pawn_cache.h"
 #include "search/transposition_table.h"
 
 #include <cstdint>
@@ -140,6 +142,12 @@ public:
     // --- Move ordering (movegen/ordering.cpp, movegen/see.cpp) ------------------------------
     void scoreMoves(MoveEntry* list, int count, Move hashMove, int ply) const;
     void scoreCaptures(MoveEntry* list, int count, Move hashMove) const;
+    // The searches' forms, which leave exchanges for pickMove to evaluate when a move's turn
+    // may have come (movegen/ordering.h).
+    void scoreMovesDeferred(MoveEntry* list, int count, Move hashMove, int ply) const;
+    void scoreCapturesDeferred(MoveEntry* list, int count, Move hashMove) const;
+    void pickMove(MoveEntry* list, int index, int count) const;
+    void settleExchange(MoveEntry& entry) const;
     static void sortMoves(MoveEntry* list, int first, int count);
     int see(Move m) const;
 
@@ -153,7 +161,10 @@ public:
     int evaluate(int alpha, int beta, int lazy);
     // The full evaluation with each term group's White and Black sums, for the diagnostic.
     int evaluateTerms(EvalTerms& terms);
+    int fullScore();   // the whole evaluation, through the evaluation cache
     EvalInfo evalInfo; // attack maps and pawn data of the last full evaluation
+    PawnCache pawnCache;
+    EvalHashTable evalCache; // 2 MB, allocated with the engine
 
     // --- Search (search/) -------------------------------------------------------------------
     int search(int depth, int moveBase, int alpha, int beta, PrincipalVariation& pv,

@@ -4,6 +4,8 @@
 #include "eval/eval_tables.h"
 #include "eval/eval_terms.h"
 
+#include <cstdint>
+
 namespace {
 
 int fromSideToMove(const Position& p, int whiteScore) {
@@ -18,12 +20,12 @@ bool endgameDraw(const ChessBoard& board) {
 
 // Every term group from White's view. The order matters: the pawn data feeds the pieces'
 // safe mobility, and the pieces' attack maps feed the king-ring term.
-int scoreAllTerms(const Position& p, EvalInfo& info, EvalTerms& terms) {
+int scoreAllTerms(const Position& p, PawnCache& cache, EvalInfo& info, EvalTerms& terms) {
     terms                            = {};
     terms.sum[GROUP_MATERIAL][WHITE] = p.material[WHITE];
     terms.sum[GROUP_MATERIAL][BLACK] = p.material[BLACK];
     scoreDevelopment(p, terms);
-    scorePawns(p, info, terms);
+    scorePawns(p, cache, info, terms);
     scorePieces(p, info, terms);
     scoreKings(p, info, terms);
     return terms.whiteScore();
@@ -39,13 +41,28 @@ int ChessBoard::evaluate(int alpha, int beta, int lazy) {
         if (balance - LAZY_MARGIN >= beta || balance + LAZY_MARGIN <= alpha)
             return balance;
     }
+    return fullScore();
+}
+
+// The full score depends on nothing the key leaves out, so a position met again (by another
+// move order, or by the quiescence search below a futility test) takes it from the cache.
+int ChessBoard::fullScore() {
+    const std::uint32_t low = std::uint32_t(hashKey), high = std::uint32_t(hashKey >> 32);
+    int score;
+    if (evalCache.probe(low, high, score) == 0)
+        return score;
     EvalTerms terms;
-    return fromSideToMove(*this, scoreAllTerms(*this, evalInfo, terms));
+    score = fromSideToMove(*this, scoreAllTerms(*this, pawnCache, evalInfo, terms));
+    // An entry holds 16 bits; a score beyond them, which only contrived boards reach, is
+    // simply computed again next time.
+    if (score >= INT16_MIN && score <= INT16_MAX)
+        evalCache.store(low, high, score);
+    return score;
 }
 
 int ChessBoard::evaluateTerms(EvalTerms& terms) {
     terms = {};
     if (endgameDraw(*this))
         return 0;
-    return fromSideToMove(*this, scoreAllTerms(*this, evalInfo, terms));
+    return fromSideToMove(*this, scoreAllTerms(*this, pawnCache, evalInfo, terms));
 }
