@@ -6,7 +6,6 @@
 #include "board/tables.h"
 #include "board/types.h"
 
-#include <array>
 #include <cstdint>
 #include <vector>
 
@@ -26,18 +25,6 @@ struct HistoryRecord {
 constexpr std::uint8_t stageOfPhase(int phase) {
     return phase >= 21 ? 0 : phase >= 9 ? 1 : phase >= 1 ? 2 : 3;
 }
-
-// A square's bit in each of the four occupancy boards, side by side in the order Position
-// keeps them, so a piece appearing or vanishing costs four XORs from one table row.
-struct alignas(32) OccupancyBits {
-    Bitboard all, r90, r45R, r45L;
-};
-inline constexpr auto OCCUPANCY_BITS = [] {
-    std::array<OccupancyBits, 64> rows{};
-    for (Square s = 0; s < 64; ++s)
-        rows[s] = {bit(s), bit(rot90[s]), bit(rot45R[s]), bit(rot45L[s])};
-    return rows;
-}();
 
 struct Position {
     Bitboard bbAllPiece;

@@ -27,7 +27,8 @@ public:
     PawnEntry& slot(Bitboard white, Bitboard black) {
         // Multiplying mixes every pawn into the top bits; the two colours get different
         // multipliers so that swapping them moves the slot.
-        const std::uint64_t mixed = (white * 0x9E3779B97F4A7C15ull) ^ (black * 0xC2B2AE3D27D4EB4Full);
+        const std::uint64_t mixed =
+            (white * 0x9E3779B97F4A7C15ull) ^ (black * 0xC2B2AE3D27D4EB4Full);
         return entries[mixed >> (64 - ENTRY_BITS)];
     }
     // Forgets every structure; the scores never go stale, so only tests need it.

@@ -36,7 +36,7 @@ TEST(EvalCaches, GiveTheScoresComputedAfresh) {
     cold->evalCache.destroy();
     std::mt19937 random(11);
     const std::vector<PerftCase> suite = loadPerftSuite("random.perft");
-    int compared = 0;
+    int compared                       = 0;
     for (std::size_t i = 0; i < suite.size(); i += 11) {
         ASSERT_EQ(warm->setPosition(suite[i].fen.c_str()), 1) << suite[i].fen;
         std::vector<Move> played;
