@@ -6,7 +6,6 @@
 
 ChessBoard::ChessBoard() : Position{} {
     initGeometry();
-    evalCache.init(2);
     // One record in front of the first: the search reads and writes "the record of the move
     // that led here", which at a root without moves is this spare one.
     historyStore.reset(new HistoryRecord[HISTORY_CAPACITY + 1]());

@@ -10,7 +10,6 @@
 #include "board/principal_variation.h"
 #include "board/types.h"
 #include "board/zobrist.h"
-#include "eval/eval_cache.h"
 #include "eval/eval_info.h"
 #include "eval/pawn_cache.h"
 #include "search/transposition_table.h"
@@ -161,10 +160,8 @@ public:
     int evaluate(int alpha, int beta, int lazy);
     // The full evaluation with each term group's White and Black sums, for the diagnostic.
     int evaluateTerms(EvalTerms& terms);
-    int fullScore();   // the whole evaluation, through the evaluation cache
     EvalInfo evalInfo; // attack maps and pawn data of the last full evaluation
     PawnCache pawnCache;
-    EvalHashTable evalCache; // 2 MB, allocated with the engine
 
     // --- Search (search/) -------------------------------------------------------------------
     int search(int depth, int moveBase, int alpha, int beta, PrincipalVariation& pv,

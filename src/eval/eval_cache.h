@@ -1,5 +1,5 @@
 // A direct-mapped cache of static evaluations keyed by the position key, one 16-byte entry
-// a slot, always replaced. The evaluation keeps its full scores here.
+// a slot, always replaced. The evaluation does not consult it: it is ready to be switched on.
 #pragma once
 
 #include <cstdint>
@@ -19,11 +19,6 @@ struct EvalHashTable {
     EvalCacheEntry* entries  = nullptr;
     std::uint32_t entryCount = 0;
     std::uint32_t indexMask  = 0;
-
-    EvalHashTable()                                = default;
-    EvalHashTable(const EvalHashTable&)            = delete;
-    EvalHashTable& operator=(const EvalHashTable&) = delete;
-    ~EvalHashTable() { destroy(); }
 
     // 65536 entries a megabyte. A size that is not a power of two leaves some entries
     // unreachable, never out of range. False when the table cannot be had (out of memory,

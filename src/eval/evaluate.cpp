@@ -4,8 +4,6 @@
 #include "eval/eval_tables.h"
 #include "eval/eval_terms.h"
 
-#include <cstdint>
-
 namespace {
 
 int fromSideToMove(const Position& p, int whiteScore) {
@@ -41,23 +39,8 @@ int ChessBoard::evaluate(int alpha, int beta, int lazy) {
         if (balance - LAZY_MARGIN >= beta || balance + LAZY_MARGIN <= alpha)
             return balance;
     }
-    return fullScore();
-}
-
-// The full score depends on nothing the key leaves out, so a position met again (by another
-// move order, or by the quiescence search below a futility test) takes it from the cache.
-int ChessBoard::fullScore() {
-    const std::uint32_t low = std::uint32_t(hashKey), high = std::uint32_t(hashKey >> 32);
-    int score;
-    if (evalCache.probe(low, high, score) == 0)
-        return score;
     EvalTerms terms;
-    score = fromSideToMove(*this, scoreAllTerms(*this, pawnCache, evalInfo, terms));
-    // An entry holds 16 bits; a score beyond them, which only contrived boards reach, is
-    // simply computed again next time.
-    if (score >= INT16_MIN && score <= INT16_MAX)
-        evalCache.store(low, high, score);
-    return score;
+    return fromSideToMove(*this, scoreAllTerms(*this, pawnCache, evalInfo, terms));
 }
 
 int ChessBoard::evaluateTerms(EvalTerms& terms) {

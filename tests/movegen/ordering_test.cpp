@@ -29,7 +29,7 @@ TEST(MoveOrdering, DeferredExchangesPickTheOrderOfExchangesScoredFirst) {
     auto board = boardFrom(START_FEN);
     std::mt19937 random(5);
     const std::vector<PerftCase> suite = loadPerftSuite("random.perft");
-    int pending = 0;
+    int pending                        = 0;
     for (std::size_t c = 0; c < suite.size(); c += 5) {
         ASSERT_EQ(board->setPosition(suite[c].fen.c_str()), 1);
         for (auto& row : board->historyTable[board->sideToMove])
@@ -39,12 +39,12 @@ TEST(MoveOrdering, DeferredExchangesPickTheOrderOfExchangesScoredFirst) {
         const int count = board->generatePseudoLegalMoves(exact);
         if (count == 0)
             continue;
-        auto any                 = [&] { return exact[random() % count].move; };
-        const Move hash          = random() % 2 ? any() : NO_MOVE;
-        const int ply            = 2 + int(random() % 3);
-        board->killerMove1[ply]  = any();
-        board->killerMove2[ply]  = any();
-        board->mateKiller[ply]   = random() % 4 ? NO_MOVE : any();
+        auto any                    = [&] { return exact[random() % count].move; };
+        const Move hash             = random() % 2 ? any() : NO_MOVE;
+        const int ply               = 2 + int(random() % 3);
+        board->killerMove1[ply]     = any();
+        board->killerMove2[ply]     = any();
+        board->mateKiller[ply]      = random() % 4 ? NO_MOVE : any();
         board->killerMove1[ply - 2] = any();
         std::copy(exact, exact + count, deferred);
         board->scoreMoves(exact, count, hash, ply);
