@@ -11,6 +11,7 @@
 #include "board/types.h"
 #include "board/zobrist.h"
 #include "eval/eval_info.h"
+#include "eval/pawn_cache.h"
 #include "search/search_limits.h"
 #include "search/transposition_table.h"
 
@@ -141,6 +142,12 @@ public:
     // --- Move ordering (movegen/ordering.cpp, movegen/see.cpp) ------------------------------
     void scoreMoves(MoveEntry* list, int count, Move hashMove, int ply) const;
     void scoreCaptures(MoveEntry* list, int count, Move hashMove) const;
+    // The searches' forms, which leave exchanges for pickMove to evaluate when a move's turn
+    // may have come (movegen/ordering.h).
+    void scoreMovesDeferred(MoveEntry* list, int count, Move hashMove, int ply) const;
+    void scoreCapturesDeferred(MoveEntry* list, int count, Move hashMove) const;
+    void pickMove(MoveEntry* list, int index, int count) const;
+    void settleExchange(MoveEntry& entry) const;
     int see(Move m) const;
     // The whole slice in descending score order at once, for a caller that wants a list
     // sorted; the searches pick one move at a time instead.
@@ -157,6 +164,7 @@ public:
     // The full evaluation with each term group's White and Black sums, for the diagnostic.
     int evaluateTerms(EvalTerms& terms);
     EvalInfo evalInfo; // attack maps and pawn data of the last full evaluation
+    PawnCache pawnCache;
 
     // --- Search (search/) -------------------------------------------------------------------
     int search(int depth, int moveBase, int alpha, int beta, PrincipalVariation& pv,

@@ -58,10 +58,11 @@ struct Position {
         flipOccupancy(s);
     }
     void flipOccupancy(Square s) {
-        bbAllPiece ^= SquareMask[s];
-        bbAllPiece90R ^= SquareMask[rot90[s]];
-        bbAllPiece45R ^= SquareMask[rot45R[s]];
-        bbAllPiece45L ^= SquareMask[rot45L[s]];
+        const OccupancyBits& bits = OCCUPANCY_BITS[s];
+        bbAllPiece ^= bits.all;
+        bbAllPiece90R ^= bits.r90;
+        bbAllPiece45R ^= bits.r45R;
+        bbAllPiece45L ^= bits.r45L;
     }
     void setPiece(Color c, Piece p, Square s) {
         flipBits(c, p, s);

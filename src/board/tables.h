@@ -5,6 +5,8 @@
 
 #include "board/types.h"
 
+#include <array>
+
 // clang-format off
 // Rotated index maps: square s is stored at bit rotXX[s] of the matching rotated board.
 constexpr int rot90[64] = {
@@ -98,16 +100,29 @@ constexpr Bitboard castlePathWhiteShort = bit(5) | bit(6);
 constexpr Bitboard castlePathBlackLong  = bit(57) | bit(58) | bit(59);
 constexpr Bitboard castlePathBlackShort = bit(61) | bit(62);
 
+// A square's bit in each of the four occupancy boards, side by side in the order Position
+// keeps them, so a piece appearing or vanishing costs four XORs from one table row.
+struct alignas(32) OccupancyBits {
+    Bitboard all, r90, r45R, r45L;
+};
+inline constexpr auto OCCUPANCY_BITS = [] {
+    std::array<OccupancyBits, 64> rows{};
+    for (Square s = 0; s < 64; ++s)
+        rows[s] = {bit(s), bit(rot90[s]), bit(rot45R[s]), bit(rot45L[s])};
+    return rows;
+}();
+
 // Sliding attacks for occupancies given explicitly (plain and rotated), for callers that
 // look through a piece (x-rays) without touching the position.
 struct Occupancy {
     Bitboard all, r90, r45R, r45L;
 
     void remove(Square s) {
-        all &= ~SquareMask[s];
-        r90 &= ~SquareMask[rot90[s]];
-        r45R &= ~SquareMask[rot45R[s]];
-        r45L &= ~SquareMask[rot45L[s]];
+        const OccupancyBits& bits = OCCUPANCY_BITS[s];
+        all &= ~bits.all;
+        r90 &= ~bits.r90;
+        r45R &= ~bits.r45R;
+        r45L &= ~bits.r45L;
     }
     Bitboard rookAttacks(Square s) const {
         return rankAttack[s][(all >> (8 * rankOf(s) + 1)) & 63] |

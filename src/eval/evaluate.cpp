@@ -18,12 +18,12 @@ bool endgameDraw(const ChessBoard& board) {
 
 // Every term group from White's view. The order matters: the pawn data feeds the pieces'
 // safe mobility, and the pieces' attack maps feed the king-ring term.
-int scoreAllTerms(const Position& p, EvalInfo& info, EvalTerms& terms) {
+int scoreAllTerms(const Position& p, PawnCache& cache, EvalInfo& info, EvalTerms& terms) {
     terms                            = {};
     terms.sum[GROUP_MATERIAL][WHITE] = p.material[WHITE];
     terms.sum[GROUP_MATERIAL][BLACK] = p.material[BLACK];
     scoreDevelopment(p, terms);
-    scorePawns(p, info, terms);
+    scorePawns(p, cache, info, terms);
     scorePieces(p, info, terms);
     scoreKings(p, info, terms);
     return terms.whiteScore();
@@ -40,12 +40,12 @@ int ChessBoard::evaluate(int alpha, int beta, int lazy) {
             return balance;
     }
     EvalTerms terms;
-    return fromSideToMove(*this, scoreAllTerms(*this, evalInfo, terms));
+    return fromSideToMove(*this, scoreAllTerms(*this, pawnCache, evalInfo, terms));
 }
 
 int ChessBoard::evaluateTerms(EvalTerms& terms) {
     terms = {};
     if (endgameDraw(*this))
         return 0;
-    return fromSideToMove(*this, scoreAllTerms(*this, evalInfo, terms));
+    return fromSideToMove(*this, scoreAllTerms(*this, pawnCache, evalInfo, terms));
 }

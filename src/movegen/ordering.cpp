@@ -9,6 +9,8 @@ namespace {
 
 // The king is worth nothing here: a king capture is judged by what it takes.
 constexpr int ORDER_VALUE[8] = {0, 100, 325, 325, 500, 975, 0, 0};
+// The exchange evaluator's values.
+constexpr int SEE_CEILING_VALUE[8] = {0, 100, 325, 325, 500, 975, 5000, 0};
 
 // Captures and queen promotions change the material; every other move is quiet.
 bool isTactical(Move m) {
@@ -24,14 +26,13 @@ bool sameMove(Move a, Move b) {
     return b && moveIdentity(a) == moveIdentity(b);
 }
 
-int captureScore(const ChessBoard& board, Move m) {
-    const int gain = valueGain(m);
-    if (gain >= 1)
-        return gain + WINNING_CAPTURE;
-    const int exchange = board.see(m);
-    if (exchange > 0)
-        return exchange + WINNING_CAPTURE;
-    return exchange == 0 ? EVEN_CAPTURE : exchange + LOSING_CAPTURE;
+// No exchange wins more than its first capture: the captured piece and what a pawn
+// promotes to. Both bands of exchange scores grow with the exchange, so this bounds the
+// score the move will settle at.
+int exchangeCeiling(Move m) {
+    const Piece promotion = movePromotion(m);
+    return SEE_CEILING_VALUE[moveCaptured(m)] +
+           (promotion ? SEE_CEILING_VALUE[promotion] - 100 : 0) + WINNING_CAPTURE;
 }
 
 int quietScore(const ChessBoard& board, Move m, int ply) {
@@ -51,7 +52,7 @@ int quietScore(const ChessBoard& board, Move m, int ply) {
 
 } // namespace
 
-void ChessBoard::scoreMoves(MoveEntry* list, int count, Move hashMove, int ply) const {
+void ChessBoard::scoreMovesDeferred(MoveEntry* list, int count, Move hashMove, int ply) const {
     // The killer tables have MAX_PLY rows; a node outside them orders without killers.
     const bool killers = ply >= 0 && ply < MAX_PLY;
     for (int i = 0; i < count; ++i) {
@@ -61,9 +62,14 @@ void ChessBoard::scoreMoves(MoveEntry* list, int count, Move hashMove, int ply) 
             score = HASH_MOVE_SCORE;
         else if (killers && sameMove(m, mateKiller[ply]))
             score = MATE_KILLER_SCORE;
-        else if (isTactical(m))
-            score = captureScore(*this, m);
-        else if (killers)
+        else if (isTactical(m)) {
+            if (valueGain(m) >= 1) {
+                score = valueGain(m) + WINNING_CAPTURE;
+            } else {
+                list[i] = {m | EXCHANGE_PENDING_MOVES, exchangeCeiling(m)};
+                continue;
+            }
+        } else if (killers)
             score = quietScore(*this, m, ply);
         else
             score = historyTable[sideToMove][moveFrom(m)][moveTo(m)] + HISTORY_BASE;
@@ -71,7 +77,27 @@ void ChessBoard::scoreMoves(MoveEntry* list, int count, Move hashMove, int ply) 
     }
 }
 
-void ChessBoard::scoreCaptures(MoveEntry* list, int count, Move hashMove) const {
+void ChessBoard::scoreMoves(MoveEntry* list, int count, Move hashMove, int ply) const {
+    scoreMovesDeferred(list, count, hashMove, ply);
+    for (int i = 0; i < count; ++i)
+        settleExchange(list[i]);
+}
+
+void ChessBoard::settleExchange(MoveEntry& entry) const {
+    const Move flags = entry.move & EXCHANGE_PENDING;
+    if (!flags)
+        return;
+    entry.move &= ~EXCHANGE_PENDING;
+    const int exchange = see(entry.move);
+    if (flags == EXCHANGE_PENDING_MOVES)
+        entry.score = exchange > 0    ? exchange + WINNING_CAPTURE
+                      : exchange == 0 ? EVEN_CAPTURE
+                                      : exchange + LOSING_CAPTURE;
+    else
+        entry.score = exchange < 0 ? QUIESCENCE_SKIP : exchange + WINNING_CAPTURE;
+}
+
+void ChessBoard::scoreCapturesDeferred(MoveEntry* list, int count, Move hashMove) const {
     for (int i = 0; i < count; ++i) {
         const Move m  = list[i].move;
         list[i].score = QUIESCENCE_SKIP;
@@ -80,6 +106,10 @@ void ChessBoard::scoreCaptures(MoveEntry* list, int count, Move hashMove) const 
         const int gain = valueGain(m);
         int score      = gain + WINNING_CAPTURE;
         if (gain < 1) {
+            if (!sameMove(m, hashMove)) {
+                list[i] = {m | EXCHANGE_PENDING_CAPTURES, exchangeCeiling(m)};
+                continue;
+            }
             const int exchange = see(m);
             if (exchange < 0)
                 continue;
@@ -87,6 +117,12 @@ void ChessBoard::scoreCaptures(MoveEntry* list, int count, Move hashMove) const 
         }
         list[i].score = sameMove(m, hashMove) ? score + HASH_MOVE_SCORE : score;
     }
+}
+
+void ChessBoard::scoreCaptures(MoveEntry* list, int count, Move hashMove) const {
+    scoreCapturesDeferred(list, count, hashMove);
+    for (int i = 0; i < count; ++i)
+        settleExchange(list[i]);
 }
 
 // An exchange sort over the slice: each entry is compared with every earlier one and the two

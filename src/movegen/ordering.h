@@ -3,6 +3,10 @@
 // a move ordered among the winning captures or above them is not made a killer.
 #pragma once
 
+#include "board/chess_board.h"
+
+#include <utility>
+
 constexpr int HASH_MOVE_SCORE    = 100000;
 constexpr int MATE_KILLER_SCORE  = 90000;
 constexpr int WINNING_CAPTURE    = 50000; // plus the gain
@@ -20,4 +24,34 @@ constexpr int QUIESCENCE_SKIP    = -1;   // a move the capture search leaves out
 constexpr bool hasKillerMark(int score) {
     return score == MATE_KILLER_SCORE || score == KILLER_1_SCORE || score == KILLER_2_SCORE ||
            score == OLD_KILLER_1_SCORE || score == OLD_KILLER_2_SCORE;
+}
+
+// A capture whose place depends on its exchange is scored at first with a ceiling of what
+// the exchange can give, and marked in the move word's top bits, which no move uses: by
+// scoreMovesDeferred or scoreCapturesDeferred, whose bands it then settles into. Most
+// nodes end before such a move comes up, and then its exchange is never evaluated.
+constexpr Move EXCHANGE_PENDING_MOVES    = 1u << 31;
+constexpr Move EXCHANGE_PENDING_CAPTURES = 1u << 30;
+constexpr Move EXCHANGE_PENDING          = EXCHANGE_PENDING_MOVES | EXCHANGE_PENDING_CAPTURES;
+
+// Selection sort, one step at a time: most nodes cut off after a move or two, so sorting
+// the whole list first would be wasted. The first of equal scores wins, which keeps the
+// generator's order among equals. A marked move that comes out on top is settled and the
+// step taken again: a ceiling at or above every other score is the only way it can lead,
+// and every move before it scores less, so the step picks what it would have picked with
+// every exchange evaluated in advance.
+inline void ChessBoard::pickMove(MoveEntry* list, int index, int count) const {
+    for (;;) {
+        int best = index;
+        for (int i = index + 1; i < count; ++i)
+            if (list[i].score > list[best].score)
+                best = i;
+        if (list[best].move & EXCHANGE_PENDING) {
+            settleExchange(list[best]);
+            continue;
+        }
+        if (best != index)
+            std::swap(list[index], list[best]);
+        return;
+    }
 }

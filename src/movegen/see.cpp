@@ -15,27 +15,30 @@ constexpr int KING_EXPOSED = 5000;
 // the board has squares.
 constexpr int MAX_EXCHANGE = 66;
 
-Bitboard attackersTo(const Position& p, const Occupancy& occ, Square s) {
-    const Bitboard knights = p.bbPiece[WHITE][KNIGHT] | p.bbPiece[BLACK][KNIGHT];
-    const Bitboard kings   = p.bbPiece[WHITE][KING] | p.bbPiece[BLACK][KING];
-    const Bitboard attackers =
-        (pawnAttack[BLACK][s] & p.bbPiece[WHITE][PAWN]) |
-        (pawnAttack[WHITE][s] & p.bbPiece[BLACK][PAWN]) | (knightAttack[s] & knights) |
-        (occ.bishopAttacks(s) & (p.diagonalSliders(WHITE) | p.diagonalSliders(BLACK))) |
-        (occ.rookAttacks(s) & (p.lineSliders(WHITE) | p.lineSliders(BLACK))) |
-        (kingAttack[s] & kings);
+// The sliders of both colours, by the lines they move along, gathered once per exchange.
+struct Sliders {
+    Bitboard diagonal, line;
+};
+
+Bitboard attackersTo(const Position& p, const Occupancy& occ, const Sliders& sliders, Square s) {
+    const Bitboard knights   = p.bbPiece[WHITE][KNIGHT] | p.bbPiece[BLACK][KNIGHT];
+    const Bitboard kings     = p.bbPiece[WHITE][KING] | p.bbPiece[BLACK][KING];
+    const Bitboard attackers = (pawnAttack[BLACK][s] & p.bbPiece[WHITE][PAWN]) |
+                               (pawnAttack[WHITE][s] & p.bbPiece[BLACK][PAWN]) |
+                               (knightAttack[s] & knights) |
+                               (occ.bishopAttacks(s) & sliders.diagonal) |
+                               (occ.rookAttacks(s) & sliders.line) | (kingAttack[s] & kings);
     return attackers & occ.all;
 }
 
 // After a capturer of `kind` has left its square, the sliders behind it on its line to the
 // target join the attackers; pieces already used are no longer in the occupancy.
-Bitboard addXRays(const Position& p, const Occupancy& occ, Bitboard attackers, Piece kind,
+Bitboard addXRays(const Occupancy& occ, const Sliders& sliders, Bitboard attackers, Piece kind,
                   Square target) {
     if (kind == PAWN || kind == BISHOP || kind >= QUEEN)
-        attackers |=
-            occ.bishopAttacks(target) & (p.diagonalSliders(WHITE) | p.diagonalSliders(BLACK));
+        attackers |= occ.bishopAttacks(target) & sliders.diagonal;
     if (kind == ROOK || kind >= QUEEN)
-        attackers |= occ.rookAttacks(target) & (p.lineSliders(WHITE) | p.lineSliders(BLACK));
+        attackers |= occ.rookAttacks(target) & sliders.line;
     return attackers & occ.all;
 }
 
@@ -60,13 +63,18 @@ int ChessBoard::see(Move m) const {
     // The pawn taken en passant leaves a square off the target's lines open too.
     if (isEnPassant(m) && to >= 8 && to < 56)
         occ.remove(us == WHITE ? to - 8 : to + 8);
-    Bitboard attackers = attackersTo(*this, occ, to);
+    const Sliders sliders = {diagonalSliders(WHITE) | diagonalSliders(BLACK),
+                             lineSliders(WHITE) | lineSliders(BLACK)};
+    Bitboard attackers    = attackersTo(*this, occ, sliders, to);
     if (!attackers)
         return promotion ? SEE_VALUE[promotion] - 100 : SEE_VALUE[moveCaptured(m)];
 
     int gain[MAX_EXCHANGE];
-    int depth      = 0;
-    gain[0]        = SEE_VALUE[moveCaptured(m)] + (promotion ? SEE_VALUE[promotion] - 100 : 0);
+    int depth = 0;
+    gain[0]   = SEE_VALUE[moveCaptured(m)] + (promotion ? SEE_VALUE[promotion] - 100 : 0);
+    // Nothing can take back: the first capture is the whole exchange.
+    if (!(attackers & bbColorPiece[opponent(us)]))
+        return gain[0];
     Piece onSquare = promotion ? promotion : movePiece(m);
     Color side     = opponent(us);
     Square square  = 0;
@@ -77,7 +85,7 @@ int ChessBoard::see(Move m) const {
         ++depth;
         gain[depth] = SEE_VALUE[onSquare] - gain[depth - 1];
         occ.remove(square);
-        attackers = addXRays(*this, occ, attackers, kind, to);
+        attackers = addXRays(occ, sliders, attackers, kind, to);
         // A king may only take last, when nothing of the other side can take it back.
         if (kind == KING && (attackers & bbColorPiece[opponent(side)])) {
             gain[depth] -= KING_EXPOSED;

@@ -153,12 +153,12 @@ int ChessBoard::searchMoves(SearchNode& node, PrincipalVariation& pv, PrincipalV
     // overwritten by the child's list.
     const int count = std::min(generateMoves(list, node.inCheck), MOVE_STRIDE);
     gameStatus      = node.inCheck ? STATUS_CHECK : STATUS_NORMAL;
-    scoreMoves(list, count, node.hashMove, node.ply);
+    scoreMovesDeferred(list, count, node.hashMove, node.ply);
     BoundType bound = BOUND_UPPER;
     int searched    = 0;
     childPv.clear();
     for (int i = 0; i < count; ++i) {
-        pickNext(list, i, count);
+        pickMove(list, i, count);
         const Move m = list[i].move;
         if (!makeMove(m)) {
             unmakeMove(m);

@@ -2,6 +2,7 @@
 // captures that do not lose material by the ordering's reckoning. It stores nothing; the
 // full-width node that called it keeps the result.
 #include "board/chess_board.h"
+#include "movegen/ordering.h"
 #include "search/search_node.h"
 
 int ChessBoard::quiesce(int ply, int moveBase, int alpha, int beta, bool exactEval) {
@@ -28,9 +29,9 @@ int ChessBoard::searchCaptures(int ply, int moveBase, int alpha, int beta, bool 
                                Move hashMove) {
     MoveEntry* list = moveStack + moveBase;
     const int count = std::min(generateCaptures(list), MOVE_STRIDE);
-    scoreCaptures(list, count, hashMove);
+    scoreCapturesDeferred(list, count, hashMove);
     for (int i = 0; i < count; ++i) {
-        pickNext(list, i, count);
+        pickMove(list, i, count);
         // Losing captures score below zero and sort last: the rest of the list is skipped.
         if (list[i].score < 0)
             break;
