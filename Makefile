@@ -5,6 +5,10 @@ FUZZ_DIR     ?= build/fuzz
 PGO_DIR      ?= build/pgo
 PACKAGE_DIR  ?= build/packages
 WINDOWS_DIR  ?= build/windows
+ARM64_DIR    ?= build/arm64
+# How the build machine runs the arm64 programs, and x86-64 ones on a processor without POPCNT.
+QEMU_ARM64   ?= qemu-aarch64 -L /usr/aarch64-linux-gnu
+QEMU_CORE2   ?= qemu-x86_64 -cpu core2duo
 JOBS         ?= $(shell nproc 2>/dev/null || echo 2)
 PREFIX       ?= /usr/local
 # WERROR=ON turns compiler warnings into errors (CI builds this way).
@@ -27,14 +31,18 @@ FORMATTED    = $(shell git ls-files 'src/*.cpp' 'src/*.h' 'bench/*.cpp' 'bench/*
 
 .PHONY: all run test test-release test-sanitize bench valgrind fuzz format format-check \
         install pgo pgo-speed package package-linux package-windows test-package windows \
-        test-windows clean
+        test-windows arm64 test-arm64 package-arm64 test-core2 clean
 
 all:
 	$(CONFIGURE) -S . -B $(BUILD_DIR) -DCMAKE_BUILD_TYPE=Release
 	cmake --build $(BUILD_DIR) -j $(JOBS)
 
-# The engine exits with the status 1 after "quit" (GUIs ignore it): not a failure of make.
-run: all
+# Builds the engine and the opening book it may read (not the tests, nor the bench), then
+# starts it. The engine exits with the status 1 after "quit" (GUIs ignore it): not a failure
+# of make.
+run:
+	$(CONFIGURE) -S . -B $(BUILD_DIR) -DCMAKE_BUILD_TYPE=Release
+	cmake --build $(BUILD_DIR) -j $(JOBS) --target pellix pellix-openbook
 	$(BUILD_DIR)/pellix || test $$? -eq 1
 
 # Every test in the release build, then the fast ones again under AddressSanitizer and
@@ -125,9 +133,30 @@ test-windows: windows
 	WINEDEBUG=-all wine $(WINDOWS_DIR)/pellix_tests.exe --gtest_brief=1
 	PELLIX_TEST_WINDOWS=$(abspath $(WINDOWS_DIR)) $(BUILD_DIR)/pellix_process_tests --gtest_brief=1
 
+# The engine's program tests against the x86-64 build run on a processor without POPCNT
+# (qemu's Core 2 model): the engine must take its baseline copy there.
+test-core2: all
+	PELLIX_TEST_RUNNER="$(QEMU_CORE2)" $(BUILD_DIR)/pellix_process_tests --gtest_brief=1
+
+# The 64-bit ARM Linux programs, cross-compiled into $(ARM64_DIR); the opening book is made
+# by the build machine's own pellix-book, as for Windows.
+arm64: all
+	$(CONFIGURE) -S . -B $(ARM64_DIR) -DCMAKE_BUILD_TYPE=Release \
+	    -DCMAKE_TOOLCHAIN_FILE=cmake/aarch64-linux-gnu.cmake \
+	    -DPELLIX_BOOK_TOOL=$(abspath $(BUILD_DIR))/pellix-book
+	cmake --build $(ARM64_DIR) -j $(JOBS)
+
+# The arm64 build under qemu: its in-process tests (the long loops sampled), then the program
+# tests, run by the build machine's test program against the arm64 programs.
+test-arm64: arm64
+	$(QEMU_ARM64) $(ARM64_DIR)/pellix_tests --gtest_brief=1
+	PELLIX_TEST_PROGRAMS=$(abspath $(ARM64_DIR)) PELLIX_TEST_RUNNER="$(QEMU_ARM64)" \
+	    $(BUILD_DIR)/pellix_process_tests --gtest_brief=1
+
 # Every package into $(PACKAGE_DIR): the Debian package and a .tar.gz of the same files
-# (package-linux), and the Windows zip (package-windows). CPack's staging trees are removed.
-package: package-linux package-windows
+# (package-linux), the same two for arm64 (package-arm64), and the Windows zip
+# (package-windows). CPack's staging trees are removed.
+package: package-linux package-windows package-arm64
 
 ifeq ($(PGO),ON)
 PACKAGE_BUILD = $(PGO_DIR)
@@ -138,7 +167,7 @@ package-linux: all
 endif
 package-linux:
 	mkdir -p $(PACKAGE_DIR)
-	rm -f $(PACKAGE_DIR)/pellix_*.deb $(PACKAGE_DIR)/pellix-*-linux-*.tar.gz
+	rm -f $(PACKAGE_DIR)/pellix_*_amd64.deb $(PACKAGE_DIR)/pellix-*-linux-x86_64.tar.gz
 	cd $(PACKAGE_BUILD) && cpack -B $(abspath $(PACKAGE_DIR))
 	rm -rf $(PACKAGE_DIR)/_CPack_Packages
 
@@ -146,6 +175,12 @@ package-windows: windows
 	mkdir -p $(PACKAGE_DIR)
 	rm -f $(PACKAGE_DIR)/pellix-*-windows-*.zip
 	cd $(WINDOWS_DIR) && cpack -B $(abspath $(PACKAGE_DIR))
+	rm -rf $(PACKAGE_DIR)/_CPack_Packages
+
+package-arm64: arm64
+	mkdir -p $(PACKAGE_DIR)
+	rm -f $(PACKAGE_DIR)/pellix_*_arm64.deb $(PACKAGE_DIR)/pellix-*-linux-arm64.tar.gz
+	cd $(ARM64_DIR) && cpack -B $(abspath $(PACKAGE_DIR))
 	rm -rf $(PACKAGE_DIR)/_CPack_Packages
 
 # Unpacks the .deb and checks the installed tree: the engine answers both protocols, plays
