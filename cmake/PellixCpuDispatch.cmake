@@ -30,7 +30,7 @@ function(pellix_variant_object target core variant output)
     add_custom_command(
         OUTPUT ${output}
         COMMAND ${CMAKE_COMMAND} -P ${PELLIX_VARIANT_SCRIPT} ${variant} ${output} ${CMAKE_LINKER}
-                ${CMAKE_NM} ${CMAKE_OBJCOPY} $<TARGET_OBJECTS:${objects}>
+                ${CMAKE_NM} ${CMAKE_OBJDUMP} ${CMAKE_OBJCOPY} $<TARGET_OBJECTS:${objects}>
                 $<TARGET_FILE:${core}>
         DEPENDS ${PELLIX_VARIANT_SCRIPT} ${objects} $<TARGET_OBJECTS:${objects}> ${core}
         COMMENT "Linking the ${variant} variant of ${target}"
