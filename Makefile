@@ -6,6 +6,10 @@ PGO_DIR      ?= build/pgo
 PACKAGE_DIR  ?= build/packages
 WINDOWS_DIR  ?= build/windows
 WASM_DIR     ?= build/wasm
+ARM64_DIR    ?= build/arm64
+# How the build machine runs the arm64 programs, and x86-64 ones on a processor without POPCNT.
+QEMU_ARM64   ?= qemu-aarch64 -L /usr/aarch64-linux-gnu
+QEMU_CORE2   ?= qemu-x86_64 -cpu core2duo
 JOBS         ?= $(shell nproc 2>/dev/null || echo 2)
 PREFIX       ?= /usr/local
 # WERROR=ON turns compiler warnings into errors (CI builds this way).
@@ -28,14 +32,18 @@ FORMATTED    = $(shell git ls-files 'src/*.cpp' 'src/*.h' 'bench/*.cpp' 'bench/*
 
 .PHONY: all run test test-release test-sanitize bench valgrind fuzz format format-check \
         install pgo pgo-speed package package-linux package-windows test-package windows \
-        test-windows wasm serve test-web clean
+        test-windows arm64 test-arm64 package-arm64 test-core2 wasm serve test-web clean
 
 all:
 	$(CONFIGURE) -S . -B $(BUILD_DIR) -DCMAKE_BUILD_TYPE=Release
 	cmake --build $(BUILD_DIR) -j $(JOBS)
 
-# The engine exits with the status 1 after "quit" (GUIs ignore it): not a failure of make.
-run: all
+# Builds the engine and the opening book it may read (not the tests, nor the bench), then
+# starts it. The engine exits with the status 1 after "quit" (GUIs ignore it): not a failure
+# of make.
+run:
+	$(CONFIGURE) -S . -B $(BUILD_DIR) -DCMAKE_BUILD_TYPE=Release
+	cmake --build $(BUILD_DIR) -j $(JOBS) --target pellix pellix-openbook
 	$(BUILD_DIR)/pellix || test $$? -eq 1
 
 # Every test in the release build, then the fast ones again under AddressSanitizer and
@@ -126,16 +134,45 @@ test-windows: windows
 	WINEDEBUG=-all wine $(WINDOWS_DIR)/pellix_tests.exe --gtest_brief=1
 	PELLIX_TEST_WINDOWS=$(abspath $(WINDOWS_DIR)) $(BUILD_DIR)/pellix_process_tests --gtest_brief=1
 
+# A bench program, run through its emulator, must count the nodes of a depth-6 search bench
+# as the native build does.
+SAME_SIGNATURE = test "$$($(1) search 6 0 | tail -1)" = "$$($(BUILD_DIR)/pellix-bench search 6 0 | tail -1)"
+
+# The x86-64 engine on a processor without POPCNT (qemu's Core 2 model), where it must take
+# its baseline copy: the command-line modes and the UCI sessions (the perft rows, the
+# handshake, a search to a depth, "quit"), and the bench. The timed commands during a search
+# are left to the arm64 run: emulated twice over on a busy machine they miss their waits.
+test-core2: all
+	PELLIX_TEST_RUNNER="$(QEMU_CORE2)" $(BUILD_DIR)/pellix_process_tests --gtest_brief=1 \
+	    --gtest_filter='CommandLine.*:UciSession.*'
+	$(call SAME_SIGNATURE,$(QEMU_CORE2) $(BUILD_DIR)/pellix-bench)
+
+# The 64-bit ARM Linux programs, cross-compiled into $(ARM64_DIR); the opening book is made
+# by the build machine's own pellix-book, as for Windows.
+arm64: all
+	$(CONFIGURE) -S . -B $(ARM64_DIR) -DCMAKE_BUILD_TYPE=Release \
+	    -DCMAKE_TOOLCHAIN_FILE=cmake/aarch64-linux-gnu.cmake \
+	    -DPELLIX_BOOK_TOOL=$(abspath $(BUILD_DIR))/pellix-book
+	cmake --build $(ARM64_DIR) -j $(JOBS)
+
+# The arm64 build under qemu: its in-process tests (the long loops sampled), then the program
+# tests, run by the build machine's test program against the arm64 programs.
+test-arm64: arm64
+	$(QEMU_ARM64) $(ARM64_DIR)/pellix_tests --gtest_brief=1
+	PELLIX_TEST_PROGRAMS=$(abspath $(ARM64_DIR)) PELLIX_TEST_RUNNER="$(QEMU_ARM64)" \
+	    $(BUILD_DIR)/pellix_process_tests --gtest_brief=1
+	$(call SAME_SIGNATURE,$(QEMU_ARM64) $(ARM64_DIR)/pellix-bench)
+
 # The engine and the bench as WebAssembly in $(WASM_DIR) (pellix.js and .wasm,
 # pellix-bench.js and .wasm), with the opening book the page preloads, made by the native
 # pellix-book; the native engine is what test-web compares with. Debian's emscripten finds
-# its optimiser's parser (acorn) only through NODE_PATH; -mpopcnt means nothing there.
+# its optimiser's parser (acorn) only through NODE_PATH.
 WASM_ENV = NODE_PATH=/usr/share/nodejs
 wasm:
 	$(CONFIGURE) -S . -B $(BUILD_DIR) -DCMAKE_BUILD_TYPE=Release
 	cmake --build $(BUILD_DIR) -j $(JOBS) --target pellix pellix-openbook
 	$(WASM_ENV) emcmake $(CONFIGURE) -S . -B $(WASM_DIR) -DCMAKE_BUILD_TYPE=Release \
-	    -DPELLIX_TESTS=OFF -DPELLIX_HAS_POPCNT=OFF
+	    -DPELLIX_TESTS=OFF
 	$(WASM_ENV) cmake --build $(WASM_DIR) -j $(JOBS) --target pellix pellix-bench
 	cp $(BUILD_DIR)/pellixopenbook.bin $(WASM_DIR)/
 
@@ -156,8 +193,9 @@ test-web: wasm web/node_modules
 	@echo "screenshot: $(abspath build/web/screenshot.png)"
 
 # Every package into $(PACKAGE_DIR): the Debian package and a .tar.gz of the same files
-# (package-linux), and the Windows zip (package-windows). CPack's staging trees are removed.
-package: package-linux package-windows
+# (package-linux), the same two for arm64 (package-arm64), and the Windows zip
+# (package-windows). CPack's staging trees are removed.
+package: package-linux package-windows package-arm64
 
 ifeq ($(PGO),ON)
 PACKAGE_BUILD = $(PGO_DIR)
@@ -168,7 +206,7 @@ package-linux: all
 endif
 package-linux:
 	mkdir -p $(PACKAGE_DIR)
-	rm -f $(PACKAGE_DIR)/pellix_*.deb $(PACKAGE_DIR)/pellix-*-linux-*.tar.gz
+	rm -f $(PACKAGE_DIR)/pellix_*_amd64.deb $(PACKAGE_DIR)/pellix-*-linux-x86_64.tar.gz
 	cd $(PACKAGE_BUILD) && cpack -B $(abspath $(PACKAGE_DIR))
 	rm -rf $(PACKAGE_DIR)/_CPack_Packages
 
@@ -176,6 +214,12 @@ package-windows: windows
 	mkdir -p $(PACKAGE_DIR)
 	rm -f $(PACKAGE_DIR)/pellix-*-windows-*.zip
 	cd $(WINDOWS_DIR) && cpack -B $(abspath $(PACKAGE_DIR))
+	rm -rf $(PACKAGE_DIR)/_CPack_Packages
+
+package-arm64: arm64
+	mkdir -p $(PACKAGE_DIR)
+	rm -f $(PACKAGE_DIR)/pellix_*_arm64.deb $(PACKAGE_DIR)/pellix-*-linux-arm64.tar.gz
+	cd $(ARM64_DIR) && cpack -B $(abspath $(PACKAGE_DIR))
 	rm -rf $(PACKAGE_DIR)/_CPack_Packages
 
 # Unpacks the .deb and checks the installed tree: the engine answers both protocols, plays

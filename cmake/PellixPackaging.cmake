@@ -1,6 +1,7 @@
 # What `make install` puts where, and the packages CPack makes from the same rules:
 #   Linux:   pellix_<version>_amd64.deb (prefix /usr, programs in /usr/games) and
-#            pellix-<version>-linux-x86_64.tar.gz
+#            pellix-<version>-linux-x86_64.tar.gz; from the arm64 cross build
+#            pellix_<version>_arm64.deb and pellix-<version>-linux-arm64.tar.gz
 #   Windows: pellix-<version>-windows-x86_64.zip, one flat folder for Arena and Cute Chess
 # The version is the one the engine prints ("id name Pellix 1.1b"); `make test-package`
 # checks that the two agree.
@@ -70,13 +71,26 @@ if(WIN32)
 else()
     set(CPACK_GENERATOR DEB TGZ)
     string(TOLOWER "${CMAKE_SYSTEM_NAME}-${CMAKE_SYSTEM_PROCESSOR}" system)
+    if(CMAKE_SYSTEM_PROCESSOR STREQUAL "aarch64")
+        # Debian's name for the architecture, in the tarball's name as in the .deb's.
+        set(system linux-arm64)
+    endif()
     set(CPACK_PACKAGE_FILE_NAME pellix-${PELLIX_PACKAGE_VERSION}-${system})
+    if(CMAKE_CROSSCOMPILING AND CMAKE_SYSTEM_PROCESSOR STREQUAL "aarch64")
+        # dpkg-shlibdeps and dpkg know only the build machine's libraries and architecture:
+        # the cross build names its own, and depends on the libraries its programs link, at
+        # the versions of the cross tool chain.
+        set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE arm64)
+        set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS OFF)
+        set(CPACK_DEBIAN_PACKAGE_DEPENDS "libc6 (>= 2.34), libgcc-s1 (>= 3.0), libstdc++6 (>= 11)")
+    else()
+        set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+    endif()
 
     set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/packaging/debian/usr-games.cmake)
     set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
     set(CPACK_DEBIAN_PACKAGE_SECTION games)
     set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
-    set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
     set(CPACK_DEBIAN_PACKAGE_SUGGESTS "xboard | polyglot")
     set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
     # The summary line above comes first; CPack indents these lines and writes " ." for

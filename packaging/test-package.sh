@@ -1,7 +1,9 @@
 #!/bin/sh
 # Checks the Linux packages made by `make package` as a user would meet them: the .deb is
 # unpacked with dpkg-deb (no root needed), and the tree it installs must hold a working
-# engine, its book, manual page and xboard entry; the .tar.gz must hold the same files.
+# engine, its book, manual page and xboard entry; the .tar.gz must hold the same files. The
+# arm64 .deb must hold an aarch64 engine that answers under qemu, and lintian (when
+# installed) must find nothing to report in either .deb.
 # Usage: test-package.sh [PACKAGE_DIR]
 set -eu
 here=$(cd "$(dirname "$0")" && pwd)
@@ -22,7 +24,9 @@ one() {
     echo "$1"
 }
 deb=$(one 'pellix_*_amd64.deb')
-tgz=$(one 'pellix-*-linux-*.tar.gz')
+tgz=$(one 'pellix-*-linux-x86_64.tar.gz')
+arm64_deb=$(one 'pellix_*_arm64.deb')
+arm64_tgz=$(one 'pellix-*-linux-arm64.tar.gz')
 echo "checking $(basename "$deb") and $(basename "$tgz")"
 
 field() { dpkg-deb -f "$deb" "$1"; }
@@ -84,6 +88,30 @@ dpkg-deb -c "$deb" | awk '$1 !~ /^d/ { print $NF }' | sed 's|^\./usr/||; s|^game
     sort >"$work/deb-files"
 cmp -s "$work/tgz-files" "$work/deb-files" ||
     fail "the .tar.gz and the .deb hold different files: $(diff "$work/deb-files" "$work/tgz-files" | grep '^[<>]' | tr '\n' ' ')"
+
+# The arm64 package: the same files as the amd64 one, and an engine built for aarch64 that
+# answers the UCI handshake when qemu runs it.
+arm64=$work/arm64
+dpkg-deb -x "$arm64_deb" "$arm64"
+dpkg-deb -c "$arm64_deb" | awk '$1 !~ /^d/ { print $NF }' | sed 's|^\./usr/||; s|^games/|bin/|' |
+    sort >"$work/arm64-files"
+cmp -s "$work/arm64-files" "$work/deb-files" || fail "the arm64 and amd64 .debs hold different files"
+tar -tzf "$arm64_tgz" | grep -v '/$' | sed 's|^[^/]*/||' | sort | cmp -s - "$work/deb-files" ||
+    fail "the arm64 .tar.gz and the .deb hold different files"
+file -b "$arm64/usr/games/pellix" | grep -q 'ARM aarch64' || fail "the arm64 engine is not an aarch64 program"
+printf 'uci\nquit\n' | (cd "$work/plain" && timeout 60 ${QEMU_ARM64:-qemu-aarch64 -L /usr/aarch64-linux-gnu} \
+    "$arm64/usr/games/pellix") >"$work/out" 2>&1 && status=0 || status=$?
+grep -qx uciok "$work/out" && [ "$status" -eq 1 ] ||
+    fail "the arm64 engine under qemu gave no uciok (exit status $status)"
+
+if command -v lintian >/dev/null; then
+    for package in "$deb" "$arm64_deb"; do
+        lintian --fail-on error,warning "$package" >"$work/lintian" 2>&1 ||
+            fail "lintian on $(basename "$package"): $(cat "$work/lintian")"
+    done
+else
+    echo "lintian not installed: the .debs are not checked against Debian's policy"
+fi
 
 if [ "$failures" -gt 0 ]; then
     echo "$failures package check(s) failed" >&2

@@ -19,11 +19,17 @@ bool testingWindowsBuild() {
     return windowsBuild() != nullptr;
 }
 
+// PELLIX_TEST_PROGRAMS names another build's folder (arm64), PELLIX_TEST_RUNNER the command
+// that runs its programs here (qemu-aarch64, or qemu-x86_64 with an old processor's model).
 std::string programCommand(const std::string& name) {
     if (const char* folder = windowsBuild())
         return std::string("env WINEDEBUG=-all wine ") + folder + "/relay.exe " + folder + "/" +
                name + ".exe";
-    return std::string(PELLIX_PROGRAM_DIR) + "/" + name;
+    const char* runner = std::getenv("PELLIX_TEST_RUNNER");
+    const char* folder = std::getenv("PELLIX_TEST_PROGRAMS");
+    const std::string program =
+        std::string(folder && *folder ? folder : PELLIX_PROGRAM_DIR) + "/" + name;
+    return runner && *runner ? std::string(runner) + " " + program : program;
 }
 
 std::string benchSignature(const std::string& output) {
