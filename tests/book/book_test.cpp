@@ -68,23 +68,11 @@ void insert(OpeningBook& book, std::uint64_t key, const BookMove& m) {
                         m.whitePercent, m.blackPercent);
 }
 
-std::string scratchBookPath() {
-    return (std::filesystem::temp_directory_path() /
-            ("pellix-book-" + std::to_string(std::random_device{}())))
-        .string();
-}
-
-// The bytes a book saves.
-Bytes savedBytes(OpeningBook& book) {
-    const std::string path = scratchBookPath();
+// Saves the book at `path` and answers the bytes written there.
+Bytes savedBytes(OpeningBook& book, const std::string& path) {
     EXPECT_TRUE(book.saveBook(path.c_str()));
-    Bytes bytes;
-    {
-        std::ifstream in(path, std::ios::binary); // closed before the removal, for Windows
-        bytes.assign(std::istreambuf_iterator<char>(in), {});
-    }
-    std::filesystem::remove(path);
-    return bytes;
+    std::ifstream in(path, std::ios::binary); // closed on return, before the removal (Windows)
+    return Bytes(std::istreambuf_iterator<char>(in), {});
 }
 
 } // namespace
@@ -206,13 +194,14 @@ TEST(BookFile, SavedBytesAreSortedAndReadBack) {
         0x2D, 1, 0, 0, 9, 0, 0, 0, 33, 33,  0x2E, 1, 0, 0, 5, 0, 0, 0, 20, 40,
         0x2F, 1, 0, 0, 5, 0, 0, 0, 0, 0};
     // clang-format on
-    EXPECT_EQ(savedBytes(book), expected);
-    const std::string path = scratchBookPath();
-    ASSERT_TRUE(book.saveBook(path.c_str()));
+    const std::string path = (std::filesystem::temp_directory_path() /
+                              ("pellix-book-" + std::to_string(std::random_device{}())))
+                                 .string();
+    EXPECT_EQ(savedBytes(book, path), expected);
     OpeningBook loaded;
     ASSERT_TRUE(loaded.loadBook(path.c_str()));
+    EXPECT_EQ(savedBytes(loaded, path), expected);
     std::filesystem::remove(path);
-    EXPECT_EQ(savedBytes(loaded), expected);
     EXPECT_FALSE(book.saveBook("/nonexistent/book.bin"));
     EXPECT_FALSE(loaded.loadBook("/nonexistent/book.bin"));
 }
