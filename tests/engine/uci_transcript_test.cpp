@@ -1,7 +1,6 @@
 // UCI sessions with the real executable over pipes: what an interface sends and what it must
 // get back, including commands that arrive while the engine is thinking.
 #include "engine_process.h"
-#include "engine_test_support.h"
 #include "test_support.h"
 
 #include <fstream>

@@ -2,7 +2,6 @@
 // the opponent's moves, take-back, set-up and commands during a search. (Each time control's route
 // to the budget is the clock-route test's; a clocked move in a real process, the UCI transcript's.)
 #include "engine_process.h"
-#include "engine_test_support.h"
 #include "test_support.h"
 
 #include <gtest/gtest.h>
