@@ -63,11 +63,6 @@ std::string nodeListing(const OpeningBook& book, const Lines& line) {
 
 using Bytes = std::vector<std::uint8_t>;
 
-void insert(OpeningBook& book, std::uint64_t key, const BookMove& m) {
-    book.insertBookMove(std::uint32_t(key), std::uint32_t(key >> 32), m.move, m.count,
-                        m.whitePercent, m.blackPercent);
-}
-
 // Saves the book at `path` and answers the bytes written there.
 Bytes savedBytes(OpeningBook& book, const std::string& path) {
     EXPECT_TRUE(book.saveBook(path.c_str()));
@@ -183,7 +178,8 @@ TEST(BookFile, SavedBytesAreSortedAndReadBack) {
                                     {0xFFFFFFFF, {102, 2, 0, 100}},
                                     {0xFFFFFFFF, {101, 4, 50, 25}},
                                     {0x100000005, {201, 1, 100, 0}}})
-        insert(book, key, move);
+        book.insertBookMove(std::uint32_t(key), std::uint32_t(key >> 32), move.move, move.count,
+                            move.whitePercent, move.blackPercent);
     // clang-format off
     const Bytes expected = {'B', 'O', 'O', 'K', 1, 0, 1, 0, 3, 0, 0, 0,
         0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0, 2, 0, 0, 0,   // key, moves
