@@ -8,14 +8,6 @@
 #include <cstdint>
 #include <cstdlib>
 
-namespace {
-const char* const positions[] = {
-    START_FEN,
-    "r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq - 0 1",
-    "8/8/8/1k6/3Pp3/8/8/4KQ2 b - d3 0 1",
-};
-} // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     OpeningBook book;
     if (!book.readBook(data, size))
@@ -30,7 +22,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     // Every move read becomes a candidate of the position on the board, whose node sits
     // between two others so that the lookup reaches it.
     SilentBoard& board = fuzzBoard();
-    board.setPosition(positions[size % 3]);
+    board.setPosition(FUZZ_POSITIONS[size % 4]);
     board.openingBook().clear();
     const std::uint32_t low  = std::uint32_t(board.hashKey),
                         high = std::uint32_t(board.hashKey >> 32);

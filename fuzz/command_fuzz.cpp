@@ -12,6 +12,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
+#include <fstream>
 #include <string>
 #include <string_view>
 #include <unistd.h>
@@ -60,10 +61,7 @@ void setUpOnce() {
         rmdir(dir);
     });
     // A small table: created anew for every input.
-    if (std::FILE* ini = std::fopen("pellix.ini", "w")) {
-        std::fputs("[Engine]\nHash=2\n", ini);
-        std::fclose(ini);
-    }
+    std::ofstream("pellix.ini") << "[Engine]\nHash=2\n";
     const int null = open("/dev/null", O_WRONLY);
     dup2(null, 1);
     close(null);

@@ -6,20 +6,11 @@
 #include <cstdlib>
 #include <string>
 
-namespace {
-const char* const positions[] = {
-    START_FEN,
-    "r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq - 0 1",
-    "r3k2r/Pppp1ppp/1b3nbN/nP6/BBP1P3/q4N2/Pp1P2PP/R2Q1RK1 w kq - 0 1",
-    "8/8/8/1k6/3Pp3/8/8/4KQ2 b - d3 0 1",
-};
-} // namespace
-
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0)
         return 0;
     SilentBoard& board = fuzzBoard();
-    board.setPosition(positions[data[0] % 4]);
+    board.setPosition(FUZZ_POSITIONS[data[0] % 4]);
     const std::string text(reinterpret_cast<const char*>(data + 1), size - 1);
     const Position before = board;
     Move m;

@@ -28,5 +28,3 @@ ProcessResult runProcess(const std::string& command, const std::string& input = 
                          const ScratchFiles& files = {});
 // The node count of a bench run's "Nodes: N" line, or an empty text.
 std::string benchSignature(const std::string& output);
-// Drops the carriage return of every CR LF.
-std::string withoutCarriageReturns(std::string text);

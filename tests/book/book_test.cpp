@@ -63,28 +63,11 @@ std::string nodeListing(const OpeningBook& book, const Lines& line) {
 
 using Bytes = std::vector<std::uint8_t>;
 
-void insert(OpeningBook& book, std::uint64_t key, const BookMove& m) {
-    book.insertBookMove(std::uint32_t(key), std::uint32_t(key >> 32), m.move, m.count,
-                        m.whitePercent, m.blackPercent);
-}
-
-std::string scratchBookPath() {
-    return (std::filesystem::temp_directory_path() /
-            ("pellix-book-" + std::to_string(std::random_device{}())))
-        .string();
-}
-
-// The bytes a book saves.
-Bytes savedBytes(OpeningBook& book) {
-    const std::string path = scratchBookPath();
+// Saves the book at `path` and answers the bytes written there.
+Bytes savedBytes(OpeningBook& book, const std::string& path) {
     EXPECT_TRUE(book.saveBook(path.c_str()));
-    Bytes bytes;
-    {
-        std::ifstream in(path, std::ios::binary); // closed before the removal, for Windows
-        bytes.assign(std::istreambuf_iterator<char>(in), {});
-    }
-    std::filesystem::remove(path);
-    return bytes;
+    std::ifstream in(path, std::ios::binary); // closed on return, before the removal (Windows)
+    return Bytes(std::istreambuf_iterator<char>(in), {});
 }
 
 } // namespace
@@ -195,7 +178,8 @@ TEST(BookFile, SavedBytesAreSortedAndReadBack) {
                                     {0xFFFFFFFF, {102, 2, 0, 100}},
                                     {0xFFFFFFFF, {101, 4, 50, 25}},
                                     {0x100000005, {201, 1, 100, 0}}})
-        insert(book, key, move);
+        book.insertBookMove(std::uint32_t(key), std::uint32_t(key >> 32), move.move, move.count,
+                            move.whitePercent, move.blackPercent);
     // clang-format off
     const Bytes expected = {'B', 'O', 'O', 'K', 1, 0, 1, 0, 3, 0, 0, 0,
         0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0, 2, 0, 0, 0,   // key, moves
@@ -206,13 +190,14 @@ TEST(BookFile, SavedBytesAreSortedAndReadBack) {
         0x2D, 1, 0, 0, 9, 0, 0, 0, 33, 33,  0x2E, 1, 0, 0, 5, 0, 0, 0, 20, 40,
         0x2F, 1, 0, 0, 5, 0, 0, 0, 0, 0};
     // clang-format on
-    EXPECT_EQ(savedBytes(book), expected);
-    const std::string path = scratchBookPath();
-    ASSERT_TRUE(book.saveBook(path.c_str()));
+    const std::string path = (std::filesystem::temp_directory_path() /
+                              ("pellix-book-" + std::to_string(std::random_device{}())))
+                                 .string();
+    EXPECT_EQ(savedBytes(book, path), expected);
     OpeningBook loaded;
     ASSERT_TRUE(loaded.loadBook(path.c_str()));
+    EXPECT_EQ(savedBytes(loaded, path), expected);
     std::filesystem::remove(path);
-    EXPECT_EQ(savedBytes(loaded), expected);
     EXPECT_FALSE(book.saveBook("/nonexistent/book.bin"));
     EXPECT_FALSE(loaded.loadBook("/nonexistent/book.bin"));
 }

@@ -123,7 +123,8 @@ TEST(CommandTable, GoPositionAndLevelReadTheirWords) {
 // The clock route from each protocol to the budget, with unequal clocks and Black to move:
 // UCI's wtime and btime by name, increments kept from one "go" to the next; XBoard's "time"
 // (sent while the opponent is to move) on the engine's own clock, "otim" on the other, and
-// "level MPS BASE INC" (minutes or minutes:seconds, whole seconds) on the side to move's.
+// "level MPS BASE INC" (minutes or minutes:seconds, whole seconds) on the side to move's,
+// and "st" a fixed time a move.
 TEST(ClockRoute, EachProtocolFeedsTheClockOfTheSideToMove) {
     Session uci(PROTOCOL_UCI);
     ChessBoard& engine = *uci.frontEnd.board;
@@ -149,6 +150,9 @@ TEST(ClockRoute, EachProtocolFeedsTheClockOfTheSideToMove) {
     EXPECT_EQ(black.timeLimit, 150000u * 1000 / 30);
     xboard.send("level 40 5 12.5");
     EXPECT_TRUE(black.limits.increment[BLACK] == 12000 && black.limits.timeMode == TIME_CLOCK);
+    xboard.send("st 2");
+    black.computeTimeLimit();
+    EXPECT_EQ(black.timeLimit, 2000000u) << "st: seconds per move";
 }
 
 // "level 3 ...": the searches get 3, 2 and 1 moves to go, and then a new session of 3.

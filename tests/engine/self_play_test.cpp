@@ -8,79 +8,56 @@
 
 namespace {
 
-// The referee: the game so far on the engine's own board.
-struct Referee {
-    std::unique_ptr<SilentBoard> board = boardFrom(START_FEN);
-    std::vector<std::string> moves;
+// Why the game on the referee's board is over, or empty while it goes on.
+std::string ending(ChessBoard& board) {
+    if (legalMoves(board).empty())
+        return board.sideToMoveInCheck() ? "mate" : "stalemate";
+    if (board.fiftyCounter >= 100)
+        return "fifty moves";
+    int seen = 0;
+    for (int i = 0; i < board.repetitionTop; ++i)
+        seen += board.repetitionStack[i].key == board.hashKey;
+    return seen >= 3 ? "repetition" : "";
+}
 
-    bool play(const std::string& text) {
-        moves.push_back(text);
-        return board->playCoordinateMove(text.c_str()) == 1;
-    }
-    // Why the game is over, or empty while it goes on.
-    std::string result() {
-        if (legalMoves(*board).empty())
-            return board->sideToMoveInCheck() ? "mate" : "stalemate";
-        if (board->fiftyCounter >= 100)
-            return "fifty moves";
-        int seen = 0;
-        for (int i = 0; i < board->repetitionTop; ++i)
-            seen += board->repetitionStack[i].key == board->hashKey;
-        return seen >= 3 ? "repetition" : "";
-    }
-};
-
-// The UCI engine plays White with 3 s on each clock, the XBoard engine Black with a clock
-// of 3 s for the whole game: about 75 ms a move for both.
-class Match {
-public:
-    Match() {
-        white.send("uci");
-        white.send("ucinewgame");
-        black.send("xboard");
-        black.send("new");
-        black.send("level 0 0:03 0");
-    }
-
-    std::string whiteMove() {
-        std::string position = "position startpos";
-        if (!referee.moves.empty())
-            position += " moves";
-        for (const std::string& m : referee.moves)
-            position += " " + m;
-        white.send(position);
-        white.send("go wtime 3000 btime 3000");
-        std::optional<std::string> line = white.waitFor("bestmove ", SEARCH);
-        return line ? line->substr(9) : "(no answer)";
-    }
-    std::string blackMove() {
-        black.send("time 300");
-        black.send("otim 300");
-        black.send(referee.moves.back());
-        std::optional<std::string> line = black.waitFor("move ", SEARCH);
-        return line ? line->substr(5) : "(no answer)";
-    }
-
-    EngineProcess white, black;
-    Referee referee;
-};
+// The rest of the first line that starts with `prefix`: the engine's move.
+std::string replyAfter(EngineProcess& engine, const std::string& prefix) {
+    const std::optional<std::string> line = engine.waitFor(prefix, SEARCH);
+    return line ? line->substr(prefix.size()) : "(no answer)";
+}
 
 } // namespace
 
+// The UCI engine plays White with 3 s on each clock, the XBoard engine Black with a clock of
+// 3 s for the whole game: about 75 ms a move for both.
 TEST(SelfPlay, UciAgainstXboardPlaysALegalGameToItsEnd) {
-    Match match;
-    std::string ending;
-    while (ending.empty()) {
-        const bool whiteToMove = match.referee.board->sideToMove == WHITE;
-        const std::string move = whiteToMove ? match.whiteMove() : match.blackMove();
-        ASSERT_TRUE(match.referee.play(move))
-            << (whiteToMove ? "UCI" : "XBoard") << " engine played " << move << " after "
-            << match.referee.moves.size() << " plies";
-        ending = match.referee.result();
+    EngineProcess white, black;
+    for (const char* line : {"uci", "ucinewgame"})
+        white.send(line);
+    for (const char* line : {"xboard", "new", "level 0 0:03 0"})
+        black.send(line);
+    auto referee         = boardFrom(START_FEN);
+    std::string position = "position startpos", move, over;
+    int plies            = 0;
+    for (; over.empty(); ++plies) {
+        if (plies % 2 == 0) {
+            white.send(position);
+            white.send("go wtime 3000 btime 3000");
+            move = replyAfter(white, "bestmove ");
+        } else {
+            for (const std::string& line : {std::string("time 300"), std::string("otim 300"), move})
+                black.send(line);
+            move = replyAfter(black, "move ");
+        }
+        ASSERT_EQ(referee->playCoordinateMove(move.c_str()), 1)
+            << (plies % 2 ? "XBoard" : "UCI") << " engine played " << move << " after " << plies
+            << " plies";
+        position += (plies ? " " : " moves ") + move;
+        over = ending(*referee);
     }
-    std::cout << "game over after " << match.referee.moves.size() << " plies: " << ending << "\n";
-    match.white.send("quit");
-    match.black.send("quit");
-    EXPECT_EQ(match.white.waitExit(Millis(2000)), 1);
-    EXPECT_EQ(match.black.waitExit(Millis(2000)), 1);
+    std::cout << "game over after " << plies << " plies: " << over << "\n";
+    white.send("quit");
+    black.send("quit");
+    EXPECT_EQ(white.waitExit(Millis(2000)), 1);
+    EXPECT_EQ(black.waitExit(Millis(2000)), 1);
 }

@@ -1,6 +1,7 @@
-// Generation and ordering. Perft counts are the strongest check of generation, make and
-// unmake together, evasions included; beyond the counts, which list each kind of move comes
-// in. (The seven counters of the statistics walk are held to the make-every-leaf walk in
+// Generation and ordering. Perft counts, the strongest check of generation, make and unmake
+// together, are the deep perft tests' (every suite position against its reference counts) and
+// the command line's (the initial position and Kiwipete); here, which list each kind of move
+// comes in. (The seven counters of the statistics walk are held to the make-every-leaf walk in
 // perft_stats_test.cpp; the divide rows are checked through the command line; the queen first
 // of a promotion's four, through the coordinate reader.) Then
 // the static exchange evaluator on classic exchanges, and the order the scores put the moves
@@ -35,14 +36,6 @@ int scoreOf(const char* fen, const char* move, bool captureSearch = false, bool 
 }
 
 } // namespace
-
-TEST(Perft, TrickyPositionsToFourPlies) {
-    expectPerftCounts("tricky.perft", 4, 1);
-}
-
-TEST(Perft, ASampleOfRandomPositionsToThreePlies) {
-    expectPerftCounts("random.perft", 3, 4 * PELLIX_SAMPLE_STRIDE);
-}
 
 TEST(Generate, EachListHoldsItsOwnKindOfMove) {
     std::vector<std::string> fens = {"1n1n1k2/2P5/8/8/8/8/8/4K3 w - - 0 1",

@@ -37,20 +37,7 @@ void walk(ChessBoard& b, int depth, int listStart, PerftCounters& c) {
     b.inCheck = checked;
 }
 
-} // namespace
-
-PerftCounters oracleStats(ChessBoard& board, int depth) {
-    PerftCounters c = {};
-    walk(board, depth, 0, c);
-    return c;
-}
-
-PerftCounters engineStats(ChessBoard& board, int depth) {
-    board.perftCounters = {};
-    board.perftStats(depth, 0);
-    return board.perftCounters;
-}
-
+// "nodes N captures N ..." for test messages; equal texts mean equal counters.
 std::string countersText(const PerftCounters& c) {
     return "nodes " + std::to_string(c.nodes) + " captures " + std::to_string(c.captures) +
            " e.p. " + std::to_string(c.enPassant) + " checks " + std::to_string(c.checks) +
@@ -58,9 +45,16 @@ std::string countersText(const PerftCounters& c) {
            " castles " + std::to_string(c.castles);
 }
 
+} // namespace
+
 void expectStatsMatchOracle(ChessBoard& board, const std::string& fen, int maxDepth) {
     ASSERT_EQ(board.setPosition(fen.c_str()), 1) << fen;
-    for (int depth = 1; depth <= maxDepth; ++depth)
-        ASSERT_EQ(countersText(engineStats(board, depth)), countersText(oracleStats(board, depth)))
+    for (int depth = 1; depth <= maxDepth; ++depth) {
+        PerftCounters oracle = {};
+        walk(board, depth, 0, oracle);
+        board.perftCounters = {};
+        board.perftStats(depth, 0);
+        ASSERT_EQ(countersText(board.perftCounters), countersText(oracle))
             << fen << " depth " << depth;
+    }
 }
