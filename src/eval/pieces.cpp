@@ -20,14 +20,19 @@ template <Color Us> struct PieceScorer {
     const Position& p;
     EvalInfo& info;
     int late;
+    // Read once and kept local: a store into `info` could alias any board word, so the
+    // attack map is gathered here and written back when the walk is done.
+    const Bitboard reachable = ~p.bbColorPiece[Us];
+    const Bitboard safe      = ~info.pawnAttackMap[THEM];
+    Bitboard attacked        = 0;
     int material = 0, placement = 0, mobility = 0, safeMobility = 0, tropism = 0;
 
     // What every piece kind scores the same way, from the squares it attacks.
     void addActivity(Piece kind, Square s, Bitboard attacks) {
-        const Bitboard reach = attacks & ~p.bbColorPiece[Us];
-        info.attackMap[Us] |= attacks;
+        const Bitboard reach = attacks & reachable;
+        attacked |= attacks;
         mobility += popCount(reach);
-        safeMobility += popCount(reach & ~info.pawnAttackMap[THEM]);
+        safeMobility += popCount(reach & safe);
         placement += PIECE_SQUARE[late][kind][Us][s];
         tropism += TROPISM[kind][chebyshevDistance(s, p.kingSquare[THEM])];
     }
@@ -85,9 +90,9 @@ template <Color Us> struct PieceScorer {
 };
 
 template <Color Us> void scoreSide(const Position& p, EvalInfo& info, EvalTerms& terms) {
-    info.attackMap[Us] = 0;
     PieceScorer<Us> scorer{p, info, tableStage(p.gameStage)};
     scorer.scoreAll();
+    info.attackMap[Us] = scorer.attacked;
     terms.add(GROUP_MATERIAL, Us, scorer.material);
     terms.add(GROUP_PLACEMENT, Us, scorer.placement);
     terms.add(GROUP_MOBILITY, Us, scorer.mobility);
