@@ -4,7 +4,21 @@
 #include "eval/eval_tables.h"
 #include "eval/eval_terms.h"
 
+#include <array>
+
 namespace {
+
+// King distance between any two squares, looked up rather than worked out per piece.
+constexpr auto DISTANCE = [] {
+    std::array<std::array<std::uint8_t, 64>, 64> table{};
+    for (Square a = 0; a < 64; ++a)
+        for (Square b = 0; b < 64; ++b) {
+            const int df = fileOf(a) > fileOf(b) ? fileOf(a) - fileOf(b) : fileOf(b) - fileOf(a);
+            const int dr = rankOf(a) > rankOf(b) ? rankOf(a) - rankOf(b) : rankOf(b) - rankOf(a);
+            table[a][b]  = std::uint8_t(df > dr ? df : dr);
+        }
+    return table;
+}();
 
 constexpr Bitboard FILE_A = 0x0101010101010101ull;
 constexpr Bitboard RANK_1 = 0xFFull;
@@ -20,16 +34,22 @@ template <Color Us> struct PieceScorer {
     const Position& p;
     EvalInfo& info;
     int late;
+    // Read once and kept local: a store into `info` could alias any board word, so the
+    // attack map is gathered here and written back when the walk is done.
+    const Bitboard reachable                          = ~p.bbColorPiece[Us];
+    const Bitboard safe                               = ~info.pawnAttackMap[THEM];
+    const std::array<std::uint8_t, 64>& fromTheirKing = DISTANCE[p.kingSquare[THEM]];
+    Bitboard attacked                                 = 0;
     int material = 0, placement = 0, mobility = 0, safeMobility = 0, tropism = 0;
 
     // What every piece kind scores the same way, from the squares it attacks.
     void addActivity(Piece kind, Square s, Bitboard attacks) {
-        const Bitboard reach = attacks & ~p.bbColorPiece[Us];
-        info.attackMap[Us] |= attacks;
+        const Bitboard reach = attacks & reachable;
+        attacked |= attacks;
         mobility += popCount(reach);
-        safeMobility += popCount(reach & ~info.pawnAttackMap[THEM]);
+        safeMobility += popCount(reach & safe);
         placement += PIECE_SQUARE[late][kind][Us][s];
-        tropism += TROPISM[kind][chebyshevDistance(s, p.kingSquare[THEM])];
+        tropism += TROPISM[kind][fromTheirKing[s]];
     }
 
     // A knight on an outpost square is worth more when one of our pawns guards it and no
@@ -85,9 +105,9 @@ template <Color Us> struct PieceScorer {
 };
 
 template <Color Us> void scoreSide(const Position& p, EvalInfo& info, EvalTerms& terms) {
-    info.attackMap[Us] = 0;
     PieceScorer<Us> scorer{p, info, tableStage(p.gameStage)};
     scorer.scoreAll();
+    info.attackMap[Us] = scorer.attacked;
     terms.add(GROUP_MATERIAL, Us, scorer.material);
     terms.add(GROUP_PLACEMENT, Us, scorer.placement);
     terms.add(GROUP_MOBILITY, Us, scorer.mobility);

@@ -35,32 +35,49 @@ int exchangeCeiling(Move m) {
            (promotion ? SEE_CEILING_VALUE[promotion] - 100 : 0) + WINNING_CAPTURE;
 }
 
-int quietScore(const ChessBoard& board, Move m, int ply) {
-    if (sameMove(m, board.killerMove1[ply]))
-        return KILLER_1_SCORE;
-    if (sameMove(m, board.killerMove2[ply]))
-        return KILLER_2_SCORE;
-    const int history = board.historyTable[board.sideToMove][moveFrom(m)][moveTo(m)] + HISTORY_BASE;
-    if (ply < 2)
-        return history;
-    if (sameMove(m, board.killerMove1[ply - 2]))
-        return OLD_KILLER_1_SCORE;
-    if (sameMove(m, board.killerMove2[ply - 2]))
-        return OLD_KILLER_2_SCORE;
-    return history;
-}
+// The killers a node's quiet moves are matched against, read once per list: the stores of
+// the scores could otherwise alias them and force a reload for every move. A killer that
+// does not apply (no row, or fewer than two plies played) is 0 and matches nothing.
+struct Killers {
+    Move mate = 0, first = 0, second = 0, oldFirst = 0, oldSecond = 0;
+    const std::int32_t (*history)[64];
+
+    Killers(const ChessBoard& board, int ply) : history(board.historyTable[board.sideToMove]) {
+        if (ply < 0 || ply >= MAX_PLY)
+            return;
+        mate   = board.mateKiller[ply];
+        first  = board.killerMove1[ply];
+        second = board.killerMove2[ply];
+        if (ply >= 2) {
+            oldFirst  = board.killerMove1[ply - 2];
+            oldSecond = board.killerMove2[ply - 2];
+        }
+    }
+
+    int quietScore(Move m) const {
+        if (sameMove(m, first))
+            return KILLER_1_SCORE;
+        if (sameMove(m, second))
+            return KILLER_2_SCORE;
+        if (sameMove(m, oldFirst))
+            return OLD_KILLER_1_SCORE;
+        if (sameMove(m, oldSecond))
+            return OLD_KILLER_2_SCORE;
+        return history[moveFrom(m)][moveTo(m)] + HISTORY_BASE;
+    }
+};
 
 } // namespace
 
 void ChessBoard::scoreMovesDeferred(MoveEntry* list, int count, Move hashMove, int ply) const {
     // The killer tables have MAX_PLY rows; a node outside them orders without killers.
-    const bool killers = ply >= 0 && ply < MAX_PLY;
+    const Killers killers(*this, ply);
     for (int i = 0; i < count; ++i) {
         const Move m = list[i].move;
         int score;
         if (sameMove(m, hashMove))
             score = HASH_MOVE_SCORE;
-        else if (killers && sameMove(m, mateKiller[ply]))
+        else if (sameMove(m, killers.mate))
             score = MATE_KILLER_SCORE;
         else if (isTactical(m)) {
             if (valueGain(m) >= 1) {
@@ -69,10 +86,8 @@ void ChessBoard::scoreMovesDeferred(MoveEntry* list, int count, Move hashMove, i
                 list[i] = {m | EXCHANGE_PENDING_MOVES, exchangeCeiling(m)};
                 continue;
             }
-        } else if (killers)
-            score = quietScore(*this, m, ply);
-        else
-            score = historyTable[sideToMove][moveFrom(m)][moveTo(m)] + HISTORY_BASE;
+        } else
+            score = killers.quietScore(m);
         list[i].score = score;
     }
 }

@@ -42,10 +42,12 @@ constexpr Move EXCHANGE_PENDING          = EXCHANGE_PENDING_MOVES | EXCHANGE_PEN
 // every exchange evaluated in advance.
 inline void ChessBoard::pickMove(MoveEntry* list, int index, int count) const {
     for (;;) {
-        int best = index;
+        int best = index, bestScore = list[index].score;
         for (int i = index + 1; i < count; ++i)
-            if (list[i].score > list[best].score)
-                best = i;
+            if (list[i].score > bestScore) {
+                best      = i;
+                bestScore = list[i].score;
+            }
         if (list[best].move & EXCHANGE_PENDING) {
             settleExchange(list[best]);
             continue;

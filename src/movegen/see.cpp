@@ -42,8 +42,11 @@ Bitboard addXRays(const Occupancy& occ, const Sliders& sliders, Bitboard attacke
     return attackers & occ.all;
 }
 
-// The least valuable piece of `side` among the attackers, or EMPTY.
+// The least valuable piece of `side` among the attackers, or EMPTY. Most exchanges end
+// with a side that has nothing left, so that is asked before any kind is.
 Piece cheapestAttacker(const Position& p, Bitboard attackers, Color side, Square& from) {
+    if (!(attackers & p.bbColorPiece[side]))
+        return EMPTY;
     for (int kind = PAWN; kind <= KING; ++kind)
         if (const Bitboard b = attackers & p.bbPiece[side][kind]) {
             from = lowestSquare(b);
