@@ -140,10 +140,3 @@ void initGeometry();
 // The slow walker the sliding tables are built from: squares reached from s along one line
 // (given as file and rank steps), stopping at the first occupied square of `occupied`.
 Bitboard slideAlong(Square s, int fileStep, int rankStep, Bitboard occupied);
-
-inline int chebyshevDistance(Square a, Square b) {
-    int df = fileOf(a) - fileOf(b), dr = rankOf(a) - rankOf(b);
-    df = df < 0 ? -df : df;
-    dr = dr < 0 ? -dr : dr;
-    return df > dr ? df : dr;
-}
