@@ -1,6 +1,6 @@
 // The search depends on nothing but its position and limits, not on what the stack held
-// before it ran. The bench signature rests on this (determinism_process_test.cpp checks it
-// across processes).
+// before it ran. The bench signature rests on this (signature_slow_test.cpp checks it in two
+// processes, and the emulated builds' checks against the native count in others).
 #include "search_test_board.h"
 #include "test_support.h"
 
