@@ -13,6 +13,7 @@
 #include <cstring>
 #include <fcntl.h>
 #include <fstream>
+#include <sstream>
 #include <string>
 #include <string_view>
 #include <unistd.h>
@@ -29,25 +30,16 @@ int budgetedPoll() {
     return inputAvailable();
 }
 
-bool tooDeep(const std::string& line) {
-    if (line.rfind("perft", 0) != 0 && line.rfind("divide", 0) != 0)
-        return false;
-    const char* value = afterFirstBlank(line.c_str());
-    return value && readNumber(value) > 3;
-}
-
-// The session as it reaches the engine's standard input.
+// The session as it reaches the engine's standard input, less the perft and divide requests
+// deeper than three plies.
 std::string session(const std::uint8_t* data, std::size_t size) {
     std::string text = data[0] & 1 ? "xboard\n" : "uci\n";
-    std::string line;
-    for (std::size_t i = 1; i <= size; ++i) {
-        if (i < size && data[i] != '\n') {
-            line += char(data[i]);
-            continue;
-        }
-        if (!tooDeep(line))
+    std::istringstream lines(std::string(reinterpret_cast<const char*>(data + 1), size - 1));
+    for (std::string line; std::getline(lines, line);) {
+        const bool walk   = line.rfind("perft", 0) == 0 || line.rfind("divide", 0) == 0;
+        const char* value = afterFirstBlank(line.c_str());
+        if (!walk || !value || readNumber(value) <= 3)
             text += line + "\n";
-        line.clear();
     }
     return text;
 }
@@ -65,13 +57,6 @@ void setUpOnce() {
     const int null = open("/dev/null", O_WRONLY);
     dup2(null, 1);
     close(null);
-}
-
-// The FEN reader takes positions without a king, and a side without one has no king square
-// to agree with: one report for each missing king is allowed, any more is a fault.
-bool consistent(const ChessBoardUCI& b) {
-    return b.checkConsistency().size() <=
-           std::size_t(!b.bbPiece[WHITE][KING]) + std::size_t(!b.bbPiece[BLACK][KING]);
 }
 
 } // namespace
@@ -103,10 +88,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         if (frontEnd.board)
             frontEnd.board->pollInterval = 1000;
     }
-    if (frontEnd.board) {
-        if (frontEnd.board->thinking)
-            std::abort();
-        if (!consistent(*frontEnd.board))
+    // The FEN reader takes positions without a king, and a side without one has no king
+    // square to agree with: one report for each missing king is allowed, any more is a fault.
+    if (const ChessBoardUCI* b = frontEnd.board.get()) {
+        const std::size_t kingless = !b->bbPiece[WHITE][KING] + !b->bbPiece[BLACK][KING];
+        if (b->thinking || b->checkConsistency().size() > kingless)
             std::abort();
     }
     frontEndNow = nullptr;

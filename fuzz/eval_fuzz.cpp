@@ -1,8 +1,8 @@
-// Feeds arbitrary text to the FEN reader and, for every position it accepts (odd ones
-// included: pawns on the back ranks, no kings, nine queens), runs the evaluation, the move
-// scoring and the exchange evaluator on it and on each child. None of them may change the
-// board. (The colour symmetry of the evaluation is checked over thousands of real positions
-// by the evaluation tests.)
+// Feeds arbitrary text to the FEN reader. Whatever it accepts (odd positions included: pawns
+// on the back ranks, no kings, nine queens) must be consistent, and a 2-ply perft must leave
+// it exactly as it was; then the evaluation, the move scoring and the exchange evaluator run
+// on it and on each child, and none of them may change the board. (The colour symmetry of
+// the evaluation is checked over thousands of real positions by the evaluation tests.)
 #include "fuzz_board.h"
 
 #include <cstdint>
@@ -33,6 +33,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string text(reinterpret_cast<const char*>(data), size);
     if (!board.setPosition(text.c_str()))
         return 0;
+    // A side without a king has no king square to agree with; anything else is a fault.
+    for (const char* message : board.checkConsistency())
+        if (std::string(message).rfind("bad king position", 0) != 0)
+            std::abort();
+    const Position before = board;
+    board.perft(2, 0);
+    if (!samePosition(board, before))
+        std::abort();
+    char fen[128];
+    board.toFen(fen);
     exercise(board, NO_MOVE);
     MoveEntry moves[MAX_GENERATED];
     const int count = board.generatePseudoLegalMoves(moves);
