@@ -126,25 +126,19 @@ int EngineProcess::waitExit(Millis timeout) {
     return status;
 }
 
-std::vector<std::string> legalMoveTexts(const std::string& fen,
-                                        const std::vector<std::string>& moves) {
+bool isLegalMove(const std::string& move, const std::string& fen,
+                 const std::vector<std::string>& moves) {
     std::unique_ptr<SilentBoard> board = boardFrom(fen);
     for (const std::string& m : moves)
         if (!board->playCoordinateMove(m.c_str()))
-            return {};
-    std::vector<std::string> texts;
+            return false;
     char text[8];
     for (Move m : legalMoves(*board)) {
         ChessBoard::moveToCoordinates(m, text);
-        texts.emplace_back(text);
+        if (move == text)
+            return true;
     }
-    return texts;
-}
-
-bool isLegalMove(const std::string& move, const std::string& fen,
-                 const std::vector<std::string>& moves) {
-    const std::vector<std::string> legal = legalMoveTexts(fen, moves);
-    return std::find(legal.begin(), legal.end(), move) != legal.end();
+    return false;
 }
 
 std::string moveOfLine(const std::string& line) {

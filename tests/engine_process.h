@@ -55,10 +55,8 @@ private:
     std::string scratch;
 };
 
-// Checks on what an engine sent, judged by the engine's own library.
-// The moves (coordinate text, "e7e8q" for promotions) legal after `moves` from `fen`.
-std::vector<std::string> legalMoveTexts(const std::string& fen,
-                                        const std::vector<std::string>& moves = {});
+// Checks on what an engine sent, judged by the engine's own library: whether `move`
+// (coordinate text, "e7e8q" for promotions) is legal after `moves` from `fen`.
 bool isLegalMove(const std::string& move, const std::string& fen,
                  const std::vector<std::string>& moves = {});
 // The move word of a "bestmove e2e4" or "move e2e4" line.

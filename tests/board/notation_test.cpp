@@ -40,6 +40,9 @@ TEST(Fen, FieldsEndUpOnTheBoardAndWrittenPositionsReadBack) {
     EXPECT_EQ(board->castleRights, 1 | 8); // taken as written, whatever the pieces say
     EXPECT_EQ(board->hashKey, board->computeKey());
     EXPECT_EQ(boardFrom("4k3/8/8/8/8/8/8/4K3 w - - 7x 1")->fiftyCounter, 0); // ended by the x
+    // An en-passant file with no pawn behind its target square is kept, and gives no capture.
+    MoveEntry list[MAX_GENERATED];
+    EXPECT_EQ(boardFrom("4k3/8/8/2P5/8/8/8/4K3 w - d6 0 1")->generateCaptures(list), 0);
     for (const PerftCase& c : loadPerftSuite("tricky.perft")) {
         char text[128];
         boardFrom(c.fen)->toFen(text);

@@ -1,7 +1,6 @@
 // The counting statistics walk against the make-every-leaf walk it replaced: the seven
 // counters must agree at every depth, on positions chosen for the moves whose checks are
 // hardest to see from the move word, and over the random suite.
-#include "movegen/gives_check.h"
 #include "movegen/perft_oracle.h"
 #include "test_support.h"
 
@@ -39,30 +38,6 @@ TEST(PerftStats, AgreeWithTheMakeEveryLeafWalkWhereChecksAreHardToSee) {
     for (const PerftCase& c : loadPerftSuite("tricky.perft"))
         if (hasStandardCastling(c.fen))
             expectStatsMatchOracle(*board, c.fen, 3);
-}
-
-// The test on the move word against make's answer, for every legal move of every position
-// it trusts itself in (en passant included, which the counting walk leaves to make).
-TEST(GivesCheck, AgreesWithMakeOnEveryLegalMove) {
-    std::vector<std::string> fens(std::begin(SPECIAL_CHECKS), std::end(SPECIAL_CHECKS));
-    for (const PerftCase& c : loadPerftSuite("tricky.perft"))
-        fens.push_back(c.fen);
-    int checks = 0;
-    for (const std::string& fen : fens) {
-        auto board              = boardFrom(fen);
-        const CheckSquares info = checkSquaresOf(*board);
-        for (Move m : legalMoves(*board)) {
-            if (!info.reliable)
-                break;
-            const bool predicted = givesCheck(*board, info, m);
-            board->makeMove(m);
-            EXPECT_EQ(predicted, board->sideToMoveInCheck())
-                << fen << " " << moveFrom(m) << "-" << moveTo(m);
-            checks += predicted;
-            board->unmakeMove(m);
-        }
-    }
-    EXPECT_GT(checks, 50);
 }
 
 TEST(PerftStats, AgreeWithTheMakeEveryLeafWalkOverTheRandomSuiteToTwoPlies) {
