@@ -2,6 +2,21 @@
 
 #include <cstring>
 
+int LineBuffer::available(Reader read) {
+    if (!endSeen && !hasLine() && read(false) == Fill::END)
+        endSeen = true;
+    return endSeen || hasLine() ? 1 : 0;
+}
+
+int LineBuffer::readLine(char* out, std::size_t size, Reader read) {
+    if (size == 0)
+        return 0;
+    while (!takeLine(out, size))
+        if (endSeen || read(true) == Fill::END)
+            return takeLast(out, size) ? 1 : 0;
+    return 1;
+}
+
 bool LineBuffer::hasLine(std::size_t limit) {
     return nextLineLength(limit) >= 0;
 }

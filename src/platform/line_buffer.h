@@ -6,8 +6,21 @@
 
 #include <cstddef>
 
+// What one read of the system's input found.
+enum class Fill { DATA, END, NOTHING };
+
 class LineBuffer {
 public:
+    // A system's read: bytes into space(), kept with added(). With wait true it blocks until
+    // some come or the input ends; with wait false it answers NOTHING rather than block.
+    using Reader = Fill (*)(bool wait);
+
+    // The two input calls (platform/input.h) over this buffer, for a system whose reader can
+    // be asked not to block: 1 when a line is waiting or the input has ended, else 0.
+    int available(Reader read);
+    // The next line into out, reading as needed; 0 at the end of input.
+    int readLine(char* out, std::size_t size, Reader read);
+
     // Twice the longest line the engine keeps, so that a full line and the start of the
     // next one fit together.
     static constexpr std::size_t CAPACITY = 8192;

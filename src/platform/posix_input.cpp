@@ -12,8 +12,6 @@ namespace {
 
 LineBuffer pending;
 
-enum class Fill { DATA, END, NOTHING };
-
 // One read into the free space. With wait false it reads only when poll says it will not
 // block.
 Fill fillOnce(bool wait) {
@@ -43,20 +41,11 @@ Fill fillOnce(bool wait) {
 } // namespace
 
 int inputAvailable() {
-    if (pending.endSeen || pending.hasLine())
-        return 1;
-    if (fillOnce(false) == Fill::END)
-        pending.endSeen = true;
-    return pending.endSeen || pending.hasLine() ? 1 : 0;
+    return pending.available(fillOnce);
 }
 
 int readInputLine(char* out, std::size_t size) {
-    if (size == 0)
-        return 0;
-    while (!pending.takeLine(out, size))
-        if (pending.endSeen || fillOnce(true) == Fill::END)
-            return pending.takeLast(out, size) ? 1 : 0;
-    return 1;
+    return pending.readLine(out, size, fillOnce);
 }
 
 void resetInput() {

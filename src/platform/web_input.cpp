@@ -16,8 +16,6 @@ LineBuffer pending;
 EM_JS(int, readQueuedInput, (char* out, int size, int wait),
       { return Module["pellixReadInput"](out, size, wait); });
 
-enum class Fill { DATA, END, NOTHING };
-
 Fill fillOnce(bool wait) {
     const int n = readQueuedInput(pending.space(), int(pending.spaceLeft()), wait ? 1 : 0);
     if (n < 0)
@@ -31,24 +29,11 @@ Fill fillOnce(bool wait) {
 } // namespace
 
 int inputAvailable() {
-    if (pending.endSeen || pending.hasLine())
-        return 1;
-    if (fillOnce(false) == Fill::END)
-        pending.endSeen = true;
-    return pending.endSeen || pending.hasLine() ? 1 : 0;
+    return pending.available(fillOnce);
 }
 
 int readInputLine(char* out, std::size_t size) {
-    if (size == 0)
-        return 0;
-    while (!pending.takeLine(out, size)) {
-        if (pending.endSeen)
-            return pending.takeLast(out, size) ? 1 : 0;
-        const Fill fill = fillOnce(true);
-        if (fill == Fill::END)
-            pending.endSeen = true;
-    }
-    return 1;
+    return pending.readLine(out, size, fillOnce);
 }
 
 void resetInput() {

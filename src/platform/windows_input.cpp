@@ -30,16 +30,17 @@ bool initialise() {
     return true;
 }
 
-// One blocking read into the free space; false at the end of input or on an error.
-bool fill() {
+// One blocking read into the free space (the test above is what keeps a search from
+// blocking here); END at the end of input or on an error.
+Fill fill(bool) {
     if (!pollInitialised)
         initialise();
     DWORD got   = 0;
     char* space = pending.space();
     if (!ReadFile(stdinHandle, space, DWORD(pending.spaceLeft()), &got, nullptr) || got == 0)
-        return false;
+        return Fill::END;
     pending.added(got);
-    return true;
+    return Fill::DATA;
 }
 
 } // namespace
@@ -66,14 +67,7 @@ int inputAvailable() {
 }
 
 int readInputLine(char* out, std::size_t size) {
-    if (size == 0)
-        return 0;
-    while (!pending.takeLine(out, size))
-        if (pending.endSeen || !fill()) {
-            pending.endSeen = true;
-            return pending.takeLast(out, size) ? 1 : 0;
-        }
-    return 1;
+    return pending.readLine(out, size, fill);
 }
 
 void resetInput() {
