@@ -32,7 +32,8 @@ FORMATTED    = $(shell git ls-files 'src/*.cpp' 'src/*.h' 'bench/*.cpp' 'bench/*
 
 .PHONY: all run test test-release test-sanitize bench valgrind fuzz format format-check \
         install pgo pgo-speed package package-linux package-windows test-package windows \
-        test-windows arm64 test-arm64 package-arm64 test-core2 wasm serve test-web clean
+        test-windows arm64 test-arm64 package-arm64 test-core2 wasm web-dist npm serve test-web \
+        clean
 
 all:
 	$(CONFIGURE) -S . -B $(BUILD_DIR) -DCMAKE_BUILD_TYPE=Release
@@ -178,21 +179,36 @@ wasm:
 	$(WASM_ENV) cmake --build $(WASM_DIR) -j $(JOBS) --target pellix pellix-bench
 	cp $(BUILD_DIR)/pellixopenbook.bin $(WASM_DIR)/
 
-# The page in web/ with the engine of `make wasm`, on http://localhost:$(PORT)/; the server
-# sends the cross-origin isolation headers that SharedArrayBuffer needs.
+# The page as one static folder in $(WEB_DIST) (web/make-dist.sh): the page, the engine and
+# its book, the pinned libraries. It needs no special headers; copy it to any static host.
+WEB_DIST ?= build/web-dist
+web-dist: wasm web/node_modules
+	web/make-dist.sh $(WASM_DIR) $(WEB_DIST)
+
+# The npm package (web/npm with the engine of `make wasm`), staged in build/npm and packed
+# into build/pellix-VERSION.tgz.
+npm: wasm
+	rm -rf build/npm build/pellix-*.tgz
+	mkdir -p build/npm
+	cp web/npm/* $(WASM_DIR)/pellix.js $(WASM_DIR)/pellix.wasm build/npm/
+	cd build && npm pack ./npm --silent
+
+# The page of `make web-dist` on http://localhost:$(PORT)/.
 PORT ?= 8080
-serve: wasm web/node_modules
-	PORT=$(PORT) node web/server.mjs
+serve: web-dist
+	PORT=$(PORT) node web/server.mjs $(WEB_DIST)
 
 web/node_modules: web/package.json web/package-lock.json
 	cd web && npm ci --no-audit --no-fund
 	touch $@
 
-# The module under Node against the native build (perft rows, bench signature, the input
-# queue), then a whole game and an analysis in headless Chromium, driven by puppeteer-core.
-test-web: wasm web/node_modules
-	cd web && node --test test/module.test.mjs test/browser.test.mjs
-	@echo "screenshot: $(abspath build/web/screenshot.png)"
+# The page's own logic under node --test; the module under Node against the native build
+# (perft rows, bench signature, commands during a search); the packed npm package installed
+# into an empty folder; then the web-dist folder under a sub-path in headless Chromium,
+# without cross-origin isolation. Leaves screenshots in build/web/.
+test-web: web-dist npm
+	cd web && node --test test/*.test.mjs
+	@echo "screenshots: $(abspath build/web)"
 
 # Every package into $(PACKAGE_DIR): the Debian package and a .tar.gz of the same files
 # (package-linux), the same two for arm64 (package-arm64), and the Windows zip

@@ -18,3 +18,9 @@ endfunction()
 
 pellix_web_module(pellix Pellix)
 pellix_web_module(pellix-bench PellixBench)
+
+# The engine's input read may suspend the program to give the event loop a turn
+# (web_module.js). Asyncify saves the stack of every function that can be on it then; the
+# search that polls, dozens of plies deep, needs more than the default 4 KB to save it in.
+target_link_options(pellix PRIVATE -sASYNCIFY=1 "-sASYNCIFY_IMPORTS=[readQueuedInput]"
+                                   -sASYNCIFY_STACK_SIZE=262144)

@@ -1,7 +1,7 @@
 // Standard input in a browser or under Node. Emscripten's stdin cannot tell whether a read
-// would block, so command text comes instead through a queue in a SharedArrayBuffer that
-// another thread writes into (web_module.js holds its reader). The bytes go into the
-// engine's line buffer like those of any other system.
+// would block, so command text comes instead from the module's own input (web_module.js),
+// which the host's event loop fills and which gives that loop a turn while the engine waits
+// or polls. The bytes go into the engine's line buffer like those of any other system.
 #include "platform/input.h"
 #include "platform/line_buffer.h"
 
@@ -11,8 +11,9 @@ namespace {
 
 LineBuffer pending;
 
-// Up to `size` queued bytes into `out`: their number, 0 when none are queued (after waiting
-// for some when `wait` is 1), or -1 once the writer has closed the queue and it is empty.
+// Up to `size` waiting bytes into `out`: their number, 0 when none are waiting (after waiting
+// for some when `wait` is 1), or -1 once the input is closed and drained. The program may
+// be suspended inside (cmake/PellixWeb.cmake names it to Asyncify).
 EM_JS(int, readQueuedInput, (char* out, int size, int wait),
       { return Module["pellixReadInput"](out, size, wait); });
 

@@ -1,15 +1,17 @@
-// Runs inside the engine's module, before the program starts: the reader of the input queue
-// that web_input.cpp calls, and, under Node, the loading of the .wasm beside the script.
+// Runs inside the engine's module, before the program starts: the engine's input, which
+// web_input.cpp reads, and, under Node, the loading of the .wasm beside the script.
 //
-// The queue is a SharedArrayBuffer given as Module.pellixInput; another thread writes
-// command text into it (web/input-queue.js in the page and the tests). Its layout:
-//   Int32 words 0..3: bytes written in all, bytes read in all, 1 once the writer closed it,
-//                     a counter the writer bumps on every change (the reader sleeps on it);
-//   from byte 16:     a ring of data bytes, its size a power of two.
-// The totals wrap at 32 bits; their difference is what is waiting.
-// Without a queue (the program started from a Node command line), standard input is read
-// with blocking reads: a command-line run works, but commands sent during a search are
-// seen only when it ends.
+// Command text reaches the engine through Module.pellixWrite(text) and the end of input
+// through Module.pellixClose(), both called from the thread's own event loop (a worker's
+// onmessage, Node's stdin). The engine runs on that same thread, so it must give the loop a
+// turn to hear of new text: a read that finds nothing suspends the program with emscripten's
+// Asyncify (the stack is saved, the call returns to the loop, and the program resumes where
+// it was). A search's poll does so at most once every YIELD_MS, a read that must wait until
+// text comes. No SharedArrayBuffer is needed, so a page works without cross-origin
+// isolation, and commands sent during a search are read at its next poll in every host.
+//
+// Started from a Node command line (web_node_main.js sets Module.pellixStdin), the program
+// reads standard input the same way, from its first read on.
 
 var ENGINE_IS_NODE = typeof process == "object" && typeof process.versions == "object" &&
                      typeof process.versions.node == "string";
@@ -18,56 +20,110 @@ var ENGINE_IS_NODE = typeof process == "object" && typeof process.versions == "o
 if (ENGINE_IS_NODE && !Module["wasmBinary"] && typeof __filename == "string")
     Module["wasmBinary"] = require("fs").readFileSync(__filename.replace(/\.js$/, ".wasm"));
 
-Module["pellixReadInput"] = (function() {
-    var WRITTEN = 0, READ = 1, CLOSED = 2, CHANGES = 3, DATA_OFFSET = 16;
-    var words = null, ring = null;
+(function() {
+    // A poll that yields costs a turn of the event loop (a few microseconds to a
+    // millisecond); polls come every 30,000 nodes, a few milliseconds apart at full speed.
+    // Yielding at most every 5 ms keeps the search's speed and answers a stop in
+    // milliseconds.
+    var YIELD_MS = 5;
+    var chunks = [], closed = false, wake = null, lastYield = 0, stdinAttached = false;
 
-    function fromQueue(out, size, wait) {
-        if (!words) {
-            words = new Int32Array(Module["pellixInput"], 0, 4);
-            ring  = new Uint8Array(Module["pellixInput"], DATA_OFFSET);
-        }
-        for (;;) {
-            var changes = Atomics.load(words, CHANGES);
-            var read = Atomics.load(words, READ);
-            var count = Math.min((Atomics.load(words, WRITTEN) - read) | 0, size);
-            if (count > 0) {
-                var mask = ring.length - 1;
-                for (var i = 0; i < count; i++)
-                    HEAPU8[out + i] = ring[(read + i) & mask];
-                Atomics.store(words, READ, (read + count) | 0);
-                return count;
-            }
-            if (Atomics.load(words, CLOSED))
-                return -1;
-            if (!wait)
-                return 0;
-            Atomics.wait(words, CHANGES, changes);
-        }
+    function wakeReader() {
+        var w = wake;
+        wake = null;
+        if (w)
+            w();
     }
 
-    function fromNodeStdin(out, size, wait) {
-        if (!wait)
-            return 0;
-        var fs = require("fs"), chunk = Buffer.alloc(size);
-        for (;;) {
-            try {
-                var count = fs.readSync(0, chunk, 0, size, null);
-                HEAPU8.set(chunk.subarray(0, count), out);
-                return count > 0 ? count : -1;
-            } catch (e) {
-                if (e.code != "EAGAIN")
-                    return -1;
-                Atomics.wait(new Int32Array(new SharedArrayBuffer(4)), 0, 0, 10);
-            }
+    Module["pellixWrite"] = function(text) {
+        var bytes = typeof text == "string" ? new TextEncoder().encode(text) : text;
+        if (bytes.length == 0 || closed)
+            return;
+        chunks.push(bytes);
+        wakeReader();
+    };
+
+    Module["pellixClose"] = function() {
+        closed = true;
+        wakeReader();
+    };
+
+    // Moves up to `size` waiting bytes to `out`: their number, or -1 once the input is closed
+    // and drained.
+    function take(out, size) {
+        var count = 0;
+        while (count < size && chunks.length) {
+            var chunk = chunks[0], n = Math.min(chunk.length, size - count);
+            HEAPU8.set(chunk.subarray(0, n), out + count);
+            count += n;
+            if (n == chunk.length)
+                chunks.shift();
+            else
+                chunks[0] = chunk.subarray(n);
         }
+        return count > 0 || !closed ? count : -1;
     }
 
-    return function(out, size, wait) {
+    // A turn of the event loop: setImmediate under Node, a message in a browser (a timer
+    // would be held back to 4 ms once nested).
+    var nextTurn;
+    if (ENGINE_IS_NODE) {
+        nextTurn = setImmediate;
+    } else {
+        var channel = new MessageChannel(), turns = [];
+        channel.port1.onmessage = function() {
+            turns.shift()();
+        };
+        nextTurn = function(f) {
+            turns.push(f);
+            channel.port2.postMessage(0);
+        };
+    }
+
+    function attachNodeStdin() {
+        stdinAttached = true;
+        process.stdin.on("data", Module["pellixWrite"]);
+        process.stdin.on("end", Module["pellixClose"]);
+        process.stdin.on("error", Module["pellixClose"]);
+    }
+
+    Module["pellixReadInput"] = function(out, size, wait) {
         if (size <= 0)
             return 0;
-        if (Module["pellixInput"])
-            return fromQueue(out, size, wait);
-        return ENGINE_IS_NODE ? fromNodeStdin(out, size, wait) : -1;
+        if (Module["pellixStdin"] && !stdinAttached)
+            attachNodeStdin();
+        // Resuming after a yield: Asyncify calls this again and takes what the wake-up gave.
+        if (Asyncify.state !== Asyncify.State.Normal)
+            return Asyncify.handleSleep(function() {});
+        if (chunks.length || closed)
+            return take(out, size);
+        var now = Date.now();
+        if (!wait && now - lastYield < YIELD_MS)
+            return 0;
+        lastYield = now;
+        var answer = Asyncify.handleSleep(function(resume) {
+            if (wait)
+                wake = function() {
+                    resume(take(out, size));
+                };
+            else
+                nextTurn(function() {
+                    resume(take(out, size));
+                });
+        });
+        watchForExit();
+        return answer;
     };
+
+    // Once main has been suspended, its caller has gone and cannot pass on the exit status;
+    // it comes instead when the last resumption returns from main.
+    var watching = false;
+    function watchForExit() {
+        if (watching)
+            return;
+        watching = true;
+        Asyncify.whenDone().then(function(status) {
+            exit(status);
+        });
+    }
 })();

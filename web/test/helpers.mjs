@@ -1,16 +1,18 @@
-// What the tests share: where the builds are, a program's output, and an engine in a worker
-// thread fed through the page's own input queue.
+// What the tests and speed.mjs share: where the builds are, a program's output, headless
+// Chromium, and a listener that waits for the engine's lines.
 import {spawnSync} from "node:child_process";
-import {readFileSync} from "node:fs";
-import {resolve} from "node:path";
+import {mkdtempSync, readFileSync, rmSync} from "node:fs";
+import {tmpdir} from "node:os";
+import {join, resolve} from "node:path";
 import {fileURLToPath} from "node:url";
-import {Worker} from "node:worker_threads";
 
-import {createInputQueue, InputQueueWriter} from "../input-queue.js";
+import puppeteer from "puppeteer-core";
 
 export const ROOT   = resolve(fileURLToPath(new URL("../..", import.meta.url)));
 export const WASM   = resolve(ROOT, process.env.WASM_DIR || "build/wasm");
 export const NATIVE = resolve(ROOT, process.env.BUILD_DIR || "build/release");
+export const DIST   = resolve(ROOT, process.env.WEB_DIST || "build/web-dist");
+export const SHOTS  = resolve(ROOT, "build/web");
 
 export function run(program, args, input = "") {
     const result = spawnSync(program, args, {input, encoding: "utf8", timeout: 600000});
@@ -22,52 +24,44 @@ export const runNode = (module, args, input) => run(process.execPath, [module, .
 export const benchSignature = () =>
     Number(readFileSync(resolve(ROOT, "bench/signature"), "utf8").trim());
 
-// The engine in a worker thread: send() writes into its queue exactly as the page does, and
-// waitFor() resolves with the first printed line that matches, at most `ms` later.
-export class ThreadEngine {
-    constructor() {
-        const queue  = createInputQueue();
-        this.writer  = new InputQueueWriter(queue);
-        this.lines   = [];
-        this.errors  = [];
-        this.waiters = [];
-        this.worker  = new Worker(new URL("engine-thread.cjs", import.meta.url), {
-            workerData: {queue, module: resolve(WASM, "pellix.js")},
-        });
-        this.exited = new Promise((done) => this.worker.on("exit", done));
-        this.worker.on("message", ({line, error}) => {
-            if (error !== undefined)
-                return this.errors.push(error);
-            this.lines.push(line);
-            this.waiters = this.waiters.filter((w) => !w(line));
-        });
-    }
+export const sleep = (ms) => new Promise((done) => setTimeout(done, ms));
 
-    write(text) {
-        if (!this.writer.write(text))
-            throw new Error("input queue full");
-    }
-
-    send(line) {
-        this.write(line + "\n");
-    }
-
-    waitFor(pattern, ms = 10000) {
-        return new Promise((done, fail) => {
-            const timer = setTimeout(() => fail(new Error(`no ${pattern} in ${ms} ms`)), ms);
-            this.waiters.push((line) => {
-                if (!pattern.test(line))
-                    return false;
-                clearTimeout(timer);
-                done(line);
-                return true;
-            });
-        });
-    }
-
-    async stop() {
-        await this.worker.terminate();
-    }
+// Headless Chromium with a fresh profile, removed on close().
+export async function launchChromium() {
+    const profile = mkdtempSync(join(tmpdir(), "pellix-chromium-"));
+    const browser = await puppeteer.launch({
+        executablePath: process.env.CHROMIUM || "/usr/bin/chromium",
+        headless: true,
+        args: ["--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run",
+               "--disable-background-networking", "--disable-component-update", "--disable-sync",
+               `--user-data-dir=${profile}`],
+    });
+    const close = browser.close.bind(browser);
+    browser.close = async () => {
+        await close();
+        rmSync(profile, {recursive: true, force: true});
+    };
+    return browser;
 }
 
-export const sleep = (ms) => new Promise((done) => setTimeout(done, ms));
+// Collects an engine's lines (engine.onLine of the npm package); next(pattern, ms) resolves
+// with the first line from now on that matches, and fails after ms.
+export function lineWaiter(engine) {
+    const lines = [];
+    let waiters = [];
+    engine.onLine((line) => {
+        lines.push(line);
+        waiters = waiters.filter((w) => !w(line));
+    });
+    const next = (pattern, ms = 10000) => new Promise((done, fail) => {
+        const timer = setTimeout(() => fail(new Error(`no ${pattern} in ${ms} ms`)), ms);
+        waiters.push((line) => {
+            if (!pattern.test(line))
+                return false;
+            clearTimeout(timer);
+            done(line);
+            return true;
+        });
+    });
+    return {lines, next};
+}

@@ -1,11 +1,19 @@
 // The WebAssembly engine under Node against the native build: the command-line modes print
-// the same rows, the bench counts the same nodes, and commands written into the input queue
-// reach the engine whole and in order, during a search as before it.
+// the same rows, the bench counts the same nodes, and commands sent to the engine's worker
+// (through the npm package as staged in build/npm) or on a command line's standard input
+// reach it whole and in order, during a search as before it.
 import assert from "node:assert/strict";
+import {spawn} from "node:child_process";
+import {readFileSync} from "node:fs";
+import {createRequire} from "node:module";
+import {createInterface} from "node:readline";
 import {resolve} from "node:path";
 import {test} from "node:test";
 
-import {NATIVE, ThreadEngine, WASM, benchSignature, run, runNode, sleep} from "./helpers.mjs";
+import {NATIVE, ROOT, WASM, benchSignature, lineWaiter, run, runNode, sleep} from "./helpers.mjs";
+
+const {createEngine} = createRequire(import.meta.url)(resolve(ROOT, "build/npm/node.cjs"));
+
 
 const KIWIPETE = "r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq - 0 1";
 const ENDGAME  = "8/2p5/3p4/KP5r/1R3p1k/8/4P1P1/8 w - - 0 1";
@@ -28,61 +36,50 @@ test("the search bench counts the recorded signature", () => {
     assert.equal(last, `Nodes: ${benchSignature()}`);
 });
 
-test("from a Node command line the engine reads standard input", () => {
-    const {out, status} = runNode(resolve(WASM, "pellix.js"), [],
-                                  "uci\nposition startpos moves e2e4\ngo depth 4\nquit\n");
-    assert.match(out, /^id name Pellix 1\.1b$/m);
-    assert.match(out, /^uciok$/m);
-    assert.match(out, /^bestmove [a-h][1-8][a-h][1-8]/m);
-    assert.equal(status, 1);
+test("from a Node command line the engine reads standard input, during a search too", async () => {
+    const child = spawn(process.execPath, [resolve(WASM, "pellix.js")]);
+    const {lines, next} = lineWaiter({onLine: (listener) => createInterface(child.stdout).on("line", listener)});
+    const exited = new Promise((done) => child.on("exit", done));
+    child.stdin.write("uci\nposition startpos moves e2e4\ngo infinite\n");
+    await next(/^info depth 4 /);
+    child.stdin.write("isready\nstop\n");
+    await next(/^bestmove [a-h][1-8][a-h][1-8]/);
+    child.stdin.end("quit\n");
+    assert.equal(await exited, 1);
+    assert.ok(lines.includes("id name Pellix 1.1b") && lines.includes("readyok"), lines.join("\n"));
 });
 
-test("commands written during a search are read in order, and stop ends it with one move", async () => {
-    const engine = new ThreadEngine();
+test("commands sent to the worker during a search are read in order, stop ends it with one move", async () => {
+    const engine = createEngine(), {lines, next} = lineWaiter(engine);
     try {
         engine.send("uci");
-        await engine.waitFor(/^uciok$/);
+        await next(/^uciok$/);
         engine.send("position startpos moves d2d4");
         engine.send("go infinite");
-        await engine.waitFor(/^info depth 3 /);
-        const bestmove = engine.waitFor(/^bestmove /);
-        engine.write("isready\n");
-        engine.write("st");
-        await sleep(50);
-        engine.write("op\nisready\n");
+        await next(/^info depth 3 /);
+        const bestmove = next(/^bestmove /);
+        engine.send("isready");
+        engine.send("stop");
+        engine.send("isready");
         await bestmove;
-        await engine.waitFor(/^readyok$/);
+        await next(/^readyok$/);
         await sleep(200);
-        const after = engine.lines.slice(engine.lines.indexOf("uciok") + 1)
-                          .filter((l) => !l.startsWith("info"));
+        const after = lines.slice(lines.indexOf("uciok") + 1).filter((l) => !l.startsWith("info"));
         assert.deepEqual(after.map((l) => l.split(" ")[0]), ["readyok", "bestmove", "readyok"]);
-        assert.deepEqual(engine.errors, []);
     } finally {
-        await engine.stop();
+        await engine.terminate();
     }
 });
 
-test("a line split across writes while the engine waits is read once, whole", async () => {
-    const engine = new ThreadEngine();
-    try {
-        engine.write("xbo");
-        await sleep(50);
-        engine.write("ard\nprotover 2\n");
-        await engine.waitFor(/^feature .*done=1/);
-        engine.write("pi");
-        await sleep(50);
-        engine.write("ng 7\nping 8\n");
-        await engine.waitFor(/^pong 8$/);
-        assert.deepEqual(engine.lines.filter((l) => l.startsWith("pong")), ["pong 7", "pong 8"]);
-        assert.ok(!engine.lines.some((l) => /^Error/.test(l)), engine.lines.join("\n"));
-    } finally {
-        await engine.stop();
-    }
-});
-
-test("quit ends the engine's thread with the native exit status", async () => {
-    const engine = new ThreadEngine();
+test("files written to the worker are read at the handshake; quit ends it with status 1", async () => {
+    const engine = createEngine(), {next} = lineWaiter(engine);
+    engine.writeFile("/pellix.ini", "[Engine]\nHash=1\nBook=1\nBookFile=book.bin\n");
+    engine.writeFile("/book.bin", readFileSync(resolve(WASM, "pellixopenbook.bin")));
     engine.send("uci");
+    await next(/^uciok$/);
+    // Only a book answers the first move at once, without a search report.
+    engine.send("go depth 30");
+    assert.match(await next(/^(bestmove|info) /), /^bestmove /);
     engine.send("quit");
     assert.equal(await engine.exited, 1);
 });
