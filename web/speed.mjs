@@ -1,84 +1,108 @@
-// The speed of the WebAssembly engine under Node and in headless Chromium against the native
-// build, on the same machine in the same run: perft 6 from the start (wall time) and the
-// search bench's nodes per second. Runs of the three are alternated, so that all see the
-// same load, and the medians are compared.
-//   node web/speed.mjs [ROUNDS]        (3 rounds by default; needs make wasm and make all)
+// The browser engine's figures, from the web-dist folder served as a plain static host
+// (no isolation headers), in headless Chromium:
+//   - start-up: ms from the request for the page to the engine's name and to its first
+//     "uciok", median of LOADS cold loads (each in a fresh browser context);
+//   - stop: ms from "stop" to "bestmove" during a "go infinite", the worst of STOPS;
+//   - speed: nodes per second of a fixed-depth search in Chromium and under Node (the npm
+//     package in build/npm) against the native engine; runs of the three alternate, so that
+//     all see the same load, and the medians are compared.
+//   node web/speed.mjs [ROUNDS] [LOADS] [STOPS]     (needs make web-dist npm all)
 import {spawnSync} from "node:child_process";
-import {mkdtempSync, rmSync} from "node:fs";
-import {tmpdir} from "node:os";
-import {join, resolve} from "node:path";
-
-import puppeteer from "puppeteer-core";
+import {createRequire} from "node:module";
+import {resolve} from "node:path";
 
 import {startServer} from "./server.mjs";
-import {NATIVE, WASM} from "./test/helpers.mjs";
+import {DIST, NATIVE, ROOT, launchChromium, lineWaiter, sleep} from "./test/helpers.mjs";
 
-const rounds = Number(process.argv[2] || 3);
-
-const JOBS = {
-    perft: {program: "pellix", factory: "Pellix", args: ["-perft", "6"]},
-    search: {program: "pellix-bench", factory: "PellixBench", args: ["search"]},
-};
-
-// perft: seconds of wall time; search: the bench's own nodes per second.
-function measure(job, lines, ms) {
-    if (job === JOBS.perft)
-        return ms / 1000;
-    const summary = lines.find((l) => / nps$/.test(l));
-    return Number(summary.match(/(\d+) nps$/)[1]);
-}
-
-function runProcess(command, job) {
-    const start = performance.now();
-    const out   = spawnSync(command[0], [...command.slice(1), ...job.args], {encoding: "utf8"});
-    return measure(job, out.stdout.trim().split("\n"), performance.now() - start);
-}
-
-async function runBrowser(page, job) {
-    const {lines, ms} = await page.evaluate((j) => new Promise((done) => {
-        const worker = new Worker("bench-worker.js");
-        worker.onmessage = ({data}) => {
-            worker.terminate();
-            done(data);
-        };
-        worker.postMessage(j);
-    }), job);
-    return measure(job, lines, ms);
-}
-
+const [rounds = 5, loads = 5, stops = 20] = process.argv.slice(2).map(Number);
+const FEN = "r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq - 0 1";
+const SEARCH = ["uci", `position fen ${FEN}`, "go depth 9"];
 const median = (xs) => [...xs].sort((a, b) => a - b)[Math.floor(xs.length / 2)];
+const npsOf = (lines) => Number(lines.filter((l) => / nps /.test(l)).pop().match(/ nps (\d+)/)[1]);
 
 let served = 0;
-const server  = await startServer(0, (path, bytes) => (served += bytes));
-const profile = mkdtempSync(join(tmpdir(), "pellix-chromium-"));
-const browser = await puppeteer.launch({
-    executablePath: process.env.CHROMIUM || "/usr/bin/chromium",
-    args: ["--headless", "--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run",
-           "--disable-background-networking", "--disable-component-update", "--disable-sync",
-           `--user-data-dir=${profile}`],
-});
-const page = await browser.newPage();
-const loadStart = performance.now();
-await page.goto(`http://127.0.0.1:${server.address().port}/`);
-await page.waitForFunction(() => window.pellix && window.pellix.state.ready);
-console.log(`page: ${served} bytes served, engine ready ${(performance.now() - loadStart).toFixed(0)} ms ` +
-            "after the request for the page");
+const server  = await startServer(DIST, 0, {}, (path, bytes) => (served += bytes));
+const origin  = `http://127.0.0.1:${server.address().port}/`;
+const browser = await launchChromium();
 
-for (const [name, job] of Object.entries(JOBS)) {
-    const runs = {native: [], node: [], chromium: []};
-    for (let round = 0; round < rounds; round++) {
-        runs.native.push(runProcess([resolve(NATIVE, job.program)], job));
-        runs.node.push(runProcess([process.execPath, resolve(WASM, `${job.program}.js`)], job));
-        runs.chromium.push(await runBrowser(page, job));
-    }
-    const native = median(runs.native);
-    for (const [where, values] of Object.entries(runs)) {
-        const m = median(values), ratio = name === "perft" ? native / m : m / native;
-        const shown = name === "perft" ? `${m.toFixed(2)} s` : `${Math.round(m)} nps`;
-        console.log(`${name.padEnd(6)} ${where.padEnd(8)} median ${shown.padStart(12)}  ` +
-                    `speed ${ratio.toFixed(2)} of native  (${values.map((v) => Math.round(v * 100) / 100).join(", ")})`);
-    }
+const names = [], ready = [];
+for (let i = 0; i < loads; i++) {
+    const context = await browser.createBrowserContext();
+    const page = await context.newPage();
+    served = 0;
+    await page.goto(origin);
+    await page.waitForFunction(() => window.pellix?.timing.uciok, {polling: 10});
+    const timing = await page.evaluate(() => window.pellix.timing);
+    names.push(timing.name);
+    ready.push(timing.uciok);
+    await context.close();
 }
+console.log(`start-up: engine name ${median(names).toFixed(0)} ms, uciok ${median(ready).toFixed(0)} ms after ` +
+            `the request (median of ${loads} cold loads: ${ready.map(Math.round).join(", ")}); ` +
+            `${served} bytes before the book`);
+
+// An engine of the npm package's browser entry, on a page of the folder's origin.
+const page = await browser.newPage();
+await page.goto(origin + "style.css");
+await page.evaluate(async (url) => {
+    const {createEngine} = await import(url);
+    window.engine = createEngine();
+    window.lines = [];
+    window.engine.onLine((line) => window.lines.push(line));
+    window.engine.writeFile("/pellix.ini", "[Engine]\nHash=64\n");
+    window.engine.send("uci");
+    window.next = async (prefix) => {
+        const from = window.lines.length;
+        for (;;) {
+            const line = window.lines.slice(from).find((l) => l.startsWith(prefix));
+            if (line)
+                return line;
+            await new Promise((r) => setTimeout(r, 1));
+        }
+    };
+}, origin + "engine/index.mjs");
+
+const latencies = [];
+for (let i = 0; i < stops; i++) {
+    latencies.push(await page.evaluate(async (wait) => {
+        window.engine.send("position startpos");
+        window.engine.send("go infinite");
+        await new Promise((r) => setTimeout(r, wait));
+        const start = performance.now(), answer = window.next("bestmove");
+        window.engine.send("stop");
+        await answer;
+        return performance.now() - start;
+    }, 100 + ((i * 37) % 400)));
+}
+console.log(`stop: worst ${Math.max(...latencies).toFixed(0)} ms, median ${median(latencies).toFixed(0)} ms ` +
+            `of ${stops} stops in Chromium without isolation`);
+
+const {createEngine} = createRequire(import.meta.url)(resolve(ROOT, "build/npm/node.cjs"));
+async function nodeSearch() {
+    const engine = createEngine(), {lines, next} = lineWaiter(engine);
+    SEARCH.forEach((c) => engine.send(c));
+    await next(/^bestmove/, 120000);
+    await engine.terminate();
+    return npsOf(lines);
+}
+
+const runs = {native: [], node: [], chromium: []};
+for (let round = 0; round < rounds; round++) {
+    const native = spawnSync(resolve(NATIVE, "pellix"), [], {input: SEARCH.join("\n") + "\nquit\n", encoding: "utf8"});
+    runs.native.push(npsOf(native.stdout.split("\n")));
+    runs.node.push(await nodeSearch());
+    runs.chromium.push(await page.evaluate(async (commands) => {
+        const from = window.lines.length;
+        commands.forEach((c) => window.engine.send(c));
+        await window.next("bestmove");
+        return window.lines.slice(from);
+    }, SEARCH).then(npsOf));
+    await sleep(100);
+}
+const native = median(runs.native);
+for (const [where, values] of Object.entries(runs))
+    console.log(`speed ${where.padEnd(8)} median ${String(median(values)).padStart(8)} nps, ` +
+                `${(median(values) / native).toFixed(2)} of native (${values.join(", ")})`);
+
 await browser.close();
 server.close();
-rmSync(profile, {recursive: true, force: true});

@@ -65,7 +65,7 @@ function drawBoard(animated) {
 function onEngineLine(line) {
     state.lines.push(line);
     if (line.startsWith("id name "))
-        state.engineName = line.slice(8);
+        $("engine-name").textContent = state.engineName = line.slice(8);
     else if (line === "uciok") {
         state.ready = true;
         if (!state.book)
@@ -139,6 +139,7 @@ function think() {
 
 // The game changed under the engine: stop what it does, and decide again after its answer.
 function rethink() {
+    clearReport();
     if (!state.search)
         return think();
     state.rethink = true;

@@ -1,6 +1,6 @@
-// Starts the engine before the page's larger modules have loaded: the worker fetches and
-// compiles the engine while the board's and the rules' code come in, and the handshake
-// begins at once. The book is left out here, so nothing waits for it; app.js adds it later.
+// Starts the engine before the page's larger modules have loaded (an async module, run as
+// soon as it is here): the worker fetches and compiles the engine while the board's and the
+// rules' code come in, and the handshake begins at once. The book is left out here, so nothing waits for it; app.js adds it later.
 import {createEngine} from "./engine/index.mjs";
 
 // The engine's pellix.ini. 64 MB of transposition table: plenty at the page's time controls,
@@ -17,7 +17,11 @@ let deliver = (line) => early.push(line);
 engine.onLine((line) => {
     if (line.startsWith("id name ") && !timing.name) {
         timing.name = performance.now();
-        document.getElementById("engine-name").textContent = line.slice(8);
+        // This module runs as soon as it has loaded, perhaps before the heading is parsed;
+        // app.js names the engine then.
+        const heading = document.getElementById("engine-name");
+        if (heading)
+            heading.textContent = line.slice(8);
     } else if (line === "uciok" && !timing.uciok) {
         timing.uciok = performance.now();
     }

@@ -147,7 +147,7 @@ test("stepping back through the moves analyses there, a move restarts it, stop a
     await page.evaluate(() => window.pellix.loadPgn("1. e4 e5 2. Nf3 Nc6 3. Bb5 a6 *"));
     await mode("analyse");
     await page.click('#moves [data-ply="4"]');
-    const depth = (d) => page.waitForFunction((d) => window.pellix.state.search &&
+    const depth = (d) => page.waitForFunction((d) => window.pellix.state.search?.cancelled === false &&
         Number(document.getElementById("depth").textContent) >= d, {timeout: 20000}, d);
     await depth(6);
     assert.match(await page.evaluate(() => window.pellix.state.search.fen), /^r1bqkbnr\/pppp1ppp\/2n5\/4p3\/4P3\/5N2\//);
@@ -181,10 +181,12 @@ test("stepping back through the moves analyses there, a move restarts it, stop a
 test("the game survives a reload", async () => {
     await page.evaluate(() => window.pellix.loadPgn("1. d4 Nf6 2. c4 e6 *"));
     await page.click("#flip");
-    const saved = await page.evaluate(() => JSON.stringify(window.pellix.record));
+    const kept = () => page.evaluate(() => JSON.stringify([window.pellix.record, window.pellix.state.flipped,
+        document.querySelector("input[name=mode]:checked").value, document.getElementById("time-mode").value]));
+    const saved = await kept();
     await page.reload();
     await ready();
-    assert.equal(await page.evaluate(() => JSON.stringify(window.pellix.record)), saved);
+    assert.equal(await kept(), saved);
     assert.match(await page.$eval("#moves", (e) => e.textContent), /^1\. d4 Nf6 2\. c4 e6/);
 });
 
