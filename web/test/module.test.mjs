@@ -49,37 +49,25 @@ test("from a Node command line the engine reads standard input, during a search 
     assert.ok(lines.includes("id name Pellix 1.1b") && lines.includes("readyok"), lines.join("\n"));
 });
 
-test("commands sent to the worker during a search are read in order, stop ends it with one move", async () => {
+test("the worker reads its files at the handshake and commands in order during a search", async () => {
     const engine = createEngine(), {lines, next} = lineWaiter(engine);
-    try {
-        engine.send("uci");
-        await next(/^uciok$/);
-        engine.send("position startpos moves d2d4");
-        engine.send("go infinite");
-        await next(/^info depth 3 /);
-        const bestmove = next(/^bestmove /);
-        engine.send("isready");
-        engine.send("stop");
-        engine.send("isready");
-        await bestmove;
-        await next(/^readyok$/);
-        await sleep(200);
-        const after = lines.slice(lines.indexOf("uciok") + 1).filter((l) => !l.startsWith("info"));
-        assert.deepEqual(after.map((l) => l.split(" ")[0]), ["readyok", "bestmove", "readyok"]);
-    } finally {
-        await engine.terminate();
-    }
-});
-
-test("files written to the worker are read at the handshake; quit ends it with status 1", async () => {
-    const engine = createEngine(), {next} = lineWaiter(engine);
     engine.writeFile("/pellix.ini", "[Engine]\nHash=1\nBook=1\nBookFile=book.bin\n");
     engine.writeFile("/book.bin", readFileSync(resolve(WASM, "pellixopenbook.bin")));
     engine.send("uci");
-    await next(/^uciok$/);
     // Only a book answers the first move at once, without a search report.
     engine.send("go depth 30");
     assert.match(await next(/^(bestmove|info) /), /^bestmove /);
+    engine.send(`position fen ${KIWIPETE}`);
+    engine.send("go infinite");
+    const from = lines.length;
+    await next(/^info depth 3 /);
+    const bestmove = next(/^bestmove /);
+    ["isready", "stop", "isready"].forEach((c) => engine.send(c));
+    await bestmove;
+    await next(/^readyok$/);
+    await sleep(200);
+    const after = lines.slice(from).filter((l) => !l.startsWith("info"));
+    assert.deepEqual(after.map((l) => l.split(" ")[0]), ["readyok", "bestmove", "readyok"]);
     engine.send("quit");
     assert.equal(await engine.exited, 1);
 });
