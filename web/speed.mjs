@@ -7,9 +7,10 @@
 //     package in build/npm) against the native engine; runs of the three alternate, so that
 //     all see the same load, and the medians are compared.
 //   node web/speed.mjs [ROUNDS] [LOADS] [STOPS]     (needs make web-dist npm all)
-import {spawnSync} from "node:child_process";
+import {spawn} from "node:child_process";
 import {createRequire} from "node:module";
 import {resolve} from "node:path";
+import {createInterface} from "node:readline";
 
 import {startServer} from "./server.mjs";
 import {DIST, NATIVE, ROOT, launchChromium, lineWaiter, sleep} from "./test/helpers.mjs";
@@ -86,10 +87,19 @@ async function nodeSearch() {
     return npsOf(lines);
 }
 
+// The native engine reads its input during a search: "quit" goes only after the bestmove.
+async function nativeSearch() {
+    const child = spawn(resolve(NATIVE, "pellix"));
+    const {lines, next} = lineWaiter({onLine: (listener) => createInterface(child.stdout).on("line", listener)});
+    child.stdin.write(SEARCH.join("\n") + "\n");
+    await next(/^bestmove/, 120000);
+    child.stdin.end("quit\n");
+    return npsOf(lines);
+}
+
 const runs = {native: [], node: [], chromium: []};
 for (let round = 0; round < rounds; round++) {
-    const native = spawnSync(resolve(NATIVE, "pellix"), [], {input: SEARCH.join("\n") + "\nquit\n", encoding: "utf8"});
-    runs.native.push(npsOf(native.stdout.split("\n")));
+    runs.native.push(await nativeSearch());
     runs.node.push(await nodeSearch());
     runs.chromium.push(await page.evaluate(async (commands) => {
         const from = window.lines.length;
