@@ -36,6 +36,7 @@ const state = {
     engineIni: FIRST_SETTINGS, // the pellix.ini of the engine's last handshake
     clockSince: performance.now(), // when the running clock last started
     flipped: false, date: new Date(), timeControl: "-",
+    newGame: false,     // a new game to announce to the engine before its next search
 };
 
 let record = new GameRecord(Chess);
@@ -120,6 +121,10 @@ function think() {
     // The book's fetch is short; the engine waits for it rather than play without it.
     if (!state.ready || state.search || state.book instanceof Promise || configure())
         return showStatus();
+    if (state.newGame) {
+        engine.send("ucinewgame");
+        state.newGame = false;
+    }
     const s = settings();
     let go = null, ply = record.length;
     if (s.mode === "analyse") {
@@ -207,9 +212,9 @@ function startGame(newRecord) {
     state.clockSince = performance.now();
     state.date = new Date();
     state.timeControl = s.mode === "play" && s.timeMode === "clock" ? timeControlTag(s.clockMs, s.incrementMs) : "-";
-    if (state.ready)
-        engine.send("ucinewgame");
-    clearReport();
+    // Told once the engine is idle: a new game in the middle of a search would pull the
+    // board from under it.
+    state.newGame = true;
     changed(false);
     rethink();
 }
