@@ -101,6 +101,23 @@ function judge(unit, slots, pgn, debug, record) {
   }
   record.add({ ...unit, tc: unit.tc }, slots.map(labelOf), [headers.White, headers.Black], outcome)
   noteSlowestPong(debug, slots, record)
+  checkFeatures(unit, debug, slots, record)
+}
+
+// What python-chess needs of an XBoard engine: the feature line, with ping=1, setboard=1 and
+// done=1, within 2 s of "xboard" (it gives up after that).
+function checkFeatures(unit, debug, slots, record) {
+  slots.forEach((slot, i) => {
+    if (slot.startsWith('xboard:')) return
+    const who = i === 0 ? 'first' : 'second'
+    const asked = new RegExp(`^(\\d+) >${who}\\s*: xboard$`, 'm').exec(debug)
+    const told = new RegExp(`^(\\d+) <${who}\\s*: (feature .*done=1.*)$`, 'm').exec(debug)
+    if (unit.uci) return // polyglot answers for a UCI engine
+    if (!asked || !told || !/ping=1/.test(told[2]) || !/setboard=1/.test(told[2]))
+      record.pellixFaults.push(`${unit.name}: ${slot} sent no feature line with ping=1, setboard=1 and done=1`)
+    else if (Number(told[1]) - Number(asked[1]) > 2000)
+      record.pellixFaults.push(`${unit.name}: ${slot} took ${Number(told[1]) - Number(asked[1])} ms to send its features`)
+  })
 }
 
 const labelOf = (slot) => (slot.startsWith('xboard:') ? slot.slice(7) : slot)
