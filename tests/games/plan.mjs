@@ -7,8 +7,10 @@
 // the slower ones with a wider margin before a move counts as late.
 
 // Clock margins in milliseconds: how far past zero a clock may run before the move is lost
-// on time. The native margin only absorbs the referee's own pipe and timer latency.
-const NATIVE = 10
+// on time (cutechess's timemargin). The native margin absorbs the referee's own pipe and
+// timer latency and a scheduler tick; the fastest controls are also played on their own,
+// one game at a time after the rest, so that nothing competes with them for the cores.
+const NATIVE = 25
 const SLOWED = 250
 
 const clock = (base, inc, margin = NATIVE) => ({ kind: 'clock', base, inc, moves: 0, margin })
@@ -45,6 +47,8 @@ export const OPENINGS = [
 const uci = (name, engines, tc, games, plyLimit = 160, extra = {}) => ({ name, protocol: 'uci', engines, tc, games, plyLimit, ...extra })
 const xboard = (name, engines, tc, extra = {}) => ({ name, protocol: 'xboard', engines, tc, games: 1, ...extra })
 
+const FAST = { fast: true } // played in the second phase, alone
+
 export function ciPlan() {
   const c = CONTROLS
   return [
@@ -63,12 +67,12 @@ export function ciPlan() {
     uci('armhf vs pellix', ['pellix-armhf', 'pellix'], movetime(200, SLOWED), 1, 60),
     uci('self sudden death', ['pellix', 'pellix'], c.suddenDeath, 2),
     uci('stockfish sudden death', ['pellix', 'stockfish'], c.suddenDeath, 2),
-    uci('self bullet', ['pellix', 'pellix'], c.bullet, 2),
-    uci('stockfish bullet', ['pellix', 'stockfish'], c.bullet, 2),
-    uci('self movetime', ['pellix', 'pellix'], c.movetime, 2),
-    uci('stockfish movetime', ['pellix', 'stockfish'], c.movetime, 2),
-    uci('self short sessions', ['pellix', 'pellix'], c.shortSessions, 2),
-    uci('stockfish short sessions', ['pellix', 'stockfish'], c.shortSessions, 2),
+    uci('self bullet', ['pellix', 'pellix'], c.bullet, 2, 160, FAST),
+    uci('stockfish bullet', ['pellix', 'stockfish'], c.bullet, 2, 160, FAST),
+    uci('self movetime', ['pellix', 'pellix'], c.movetime, 2, 160, FAST),
+    uci('stockfish movetime', ['pellix', 'stockfish'], c.movetime, 2, 160, FAST),
+    uci('self short sessions', ['pellix', 'pellix'], c.shortSessions, 2, 160, FAST),
+    uci('stockfish short sessions', ['pellix', 'stockfish'], c.shortSessions, 2, 160, FAST),
     // The referee's own check: each of these opponents breaks in every game it plays.
     uci('broken stall', ['pellix', 'broken-stall'], c.suddenDeath, 1, 160, { brokenOpponent: true }),
     uci('broken crash', ['pellix', 'broken-crash'], c.bullet, 2, 160, { brokenOpponent: true }),

@@ -92,7 +92,7 @@ async function playUciUnit(unit, engines, record) {
         opening: OPENINGS[(record.round + game) % OPENINGS.length],
         plyLimit: unit.plyLimit,
         event: `${unit.name}: ${describeControl(unit.tc)}`,
-        round: record.round + 1,
+        round: ++record.started,
       })
     } catch (error) {
       if (!(error instanceof PlayerFault)) throw error
@@ -140,7 +140,8 @@ class Record {
     this.pellixFaults = []
     this.opponentFaults = []
     this.failures = []
-    this.round = 0
+    this.round = 0 // games finished
+    this.started = 0 // games begun, which numbers them
     this.games = 0
     this.longestWait = { ms: 0, command: '', player: '' }
     this.slowestStop = { ms: 0, player: '' }
@@ -167,7 +168,7 @@ class Record {
     const f = outcome.fault
     if (!f) return
     const label = f.color === 'white' ? labels[0] : labels[1]
-    const where = `${unit.name}, game ${this.round} (${names[0]} - ${names[1]}), ${f.color} move ${f.move}`
+    const where = `${unit.name}, game ${outcome.round ?? this.round} (${names[0]} - ${names[1]}), ${f.color} move ${f.move}`
     const line = `${where}: ${f.player} ${f.kind}: ${f.detail}`
     if (this.isPellix(label)) this.pellixFaults.push(line)
     else this.opponentFaults.push({ unit: unit.name, line })
@@ -236,7 +237,7 @@ async function main() {
   const started = performance.now()
   const display = units.some((u) => u.protocol === 'xboard') ? await startXvfb(options.out) : null
 
-  await runPool(units, options.jobs, async (unit) => {
+  const play = async (unit) => {
     const t0 = performance.now()
     try {
       if (unit.protocol === 'xboard') await playXboardUnit(unit, engines, record, options, display)
@@ -245,8 +246,12 @@ async function main() {
       record.failures.push(`${unit.name}: ${error.stack || error}`)
     }
     console.log(`${unit.name}: done in ${((performance.now() - t0) / 1000).toFixed(1)} s`)
-  })
+  }
+  // The slow and emulated games first, then the fastest controls one at a time: a game at
+  // 1 s + 10 ms has no room for a scheduler that makes its engine wait.
+  await runPool(units.filter((u) => !u.fast), options.jobs, play)
   display?.stop()
+  await runPool(units.filter((u) => u.fast), 1, play)
 
   // A sanitizer report on a Pellix build's standard error is a fault even when the game went
   // on (Wine's own remarks there are not).

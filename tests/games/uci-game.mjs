@@ -98,7 +98,7 @@ export async function playGame({ players, tc, opening = [], plyLimit, event, rou
   chess.setHeader('TimeControl', pgnTimeControl(tc))
   chess.setHeader('Termination', reason)
   const pgn = chess.pgn().replace(/\s*(1-0|0-1|1\/2-1\/2|\*)\s*$/, '') + ` {${reason}} ${result}\n`
-  return { pgn, result, reason, fault, stats }
+  return { pgn, result, reason, fault, stats, round }
 }
 
 // Plays "e2e4" or "e7e8q" on the board; answers the move, or null when it is not legal.
