@@ -78,6 +78,7 @@ async function playUciUnit(unit, engines, record) {
   const players = unit.engines.map((label, i) => {
     const player = new UciPlayer(`${label}${unit.engines[0] === unit.engines[1] ? ` #${i + 1}` : ''}`, engines[label].script)
     player.label = label
+    player.pellix = Boolean(engines[label].pellix)
     return player
   })
   for (let game = 0; game < unit.games; game++) {
@@ -207,7 +208,7 @@ class Record {
     for (const f of this.opponentFaults) lines.push(`  ${f.line}`)
     lines.push('', `Longest wait for an answer from Pellix (not a search): ${this.longestWait.ms.toFixed(0)} ms (${this.longestWait.command}, ${this.longestWait.player})`)
     lines.push(`Slowest bestmove after stop: ${this.slowestStop.ms.toFixed(0)} ms (${this.slowestStop.player})`)
-    if (this.minClock !== Infinity) lines.push(`Lowest clock left after a move in a UCI game: ${this.minClock.toFixed(0)} ms; moves searched at movestogo 1: ${this.movestogoOne}`)
+    if (this.minClock !== Infinity) lines.push(`Lowest clock Pellix had left after a move in a UCI game: ${this.minClock.toFixed(0)} ms; Pellix moves searched at movestogo 1: ${this.movestogoOne}`)
     for (const f of this.failures) lines.push(`NOT PLAYED: ${f}`)
     return lines.join('\n') + '\n'
   }

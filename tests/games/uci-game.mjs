@@ -58,7 +58,7 @@ export async function playGame({ players, tc, opening = [], plyLimit, event, rou
       chess.setComment(`${(answer.ms / 1000).toFixed(3)}s`)
       if (tc.kind === 'clock') {
         clock[side] -= answer.ms
-        stats.minClock = Math.min(stats.minClock, clock[side])
+        if (player.pellix) stats.minClock = Math.min(stats.minClock, clock[side])
         if (clock[side] < -tc.margin)
           throw new PlayerFault('loss on time', `${answer.move} took ${answer.ms.toFixed(0)} ms, ${(clock[side] + answer.ms).toFixed(0)} ms were left`)
         clock[side] += tc.inc
@@ -134,7 +134,7 @@ async function think(player, tc, side, clock, movesLeft, stats) {
   }
   if (tc.moves) {
     options.movestogo = movesLeft[side]
-    if (movesLeft[side] === 1) stats.movestogoOne++
+    if (movesLeft[side] === 1 && player.pellix) stats.movestogoOne++
   }
   return player.go(options, Math.max(0, clock[side]) + tc.margin + STALL_MS)
 }
