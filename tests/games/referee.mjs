@@ -98,7 +98,7 @@ async function playUciUnit(unit, engines, record) {
     } catch (error) {
       if (!(error instanceof PlayerFault)) throw error
       // A fault before the first move (the handshake): that player loses the game unplayed.
-      const loser = seated.findIndex((p) => !p.alive)
+      const loser = Math.max(0, seated.findIndex((p) => !p.alive))
       outcome = {
         pgn: '',
         result: loser === 0 ? '0-1' : '1-0',
@@ -127,8 +127,10 @@ async function playUciUnit(unit, engines, record) {
 
 async function startPlayer(player) {
   await player.start()
-  if (player.options.length && player.label.startsWith('pellix'))
+  if (player.options.length && player.pellix) {
+    player.kill()
     throw new PlayerFault('options', `announced UCI options: ${player.options.join(', ')}`)
+  }
 }
 
 // Everything the summary needs, gathered as the units finish.
