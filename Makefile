@@ -213,7 +213,7 @@ test-web: web-dist npm
 # Every package into $(PACKAGE_DIR): the Debian package and a .tar.gz of the same files
 # (package-linux), the same two for arm64 (package-arm64), and the Windows zip
 # (package-windows). CPack's staging trees are removed.
-package: package-linux package-windows package-arm64
+package: package-linux package-windows package-arm64 package-armhf
 
 ifeq ($(PGO),ON)
 PACKAGE_BUILD = $(PGO_DIR)
@@ -239,6 +239,58 @@ package-arm64: arm64
 	rm -f $(PACKAGE_DIR)/pellix_*_arm64.deb $(PACKAGE_DIR)/pellix-*-linux-arm64.tar.gz
 	cd $(ARM64_DIR) && cpack -B $(abspath $(PACKAGE_DIR))
 	rm -rf $(PACKAGE_DIR)/_CPack_Packages
+
+# The 32-bit ARM Linux programs (armhf: the 32-bit Raspberry Pi OS on a Pi 2 or later),
+# cross-compiled into $(ARMHF_DIR) with the book made by the build machine, as for arm64. Its
+# tests are the build machine's, so the cross build makes none.
+ARMHF_DIR    ?= build/armhf
+QEMU_ARMHF   ?= qemu-arm -L /usr/arm-linux-gnueabihf
+.PHONY: armhf test-armhf package-armhf test-games soak
+armhf: all
+	$(CONFIGURE) -S . -B $(ARMHF_DIR) -DCMAKE_BUILD_TYPE=Release -DPELLIX_TESTS=OFF \
+	    -DCMAKE_TOOLCHAIN_FILE=cmake/arm-linux-gnueabihf.cmake \
+	    -DPELLIX_BOOK_TOOL=$(abspath $(BUILD_DIR))/pellix-book
+	cmake --build $(ARMHF_DIR) -j $(JOBS)
+
+# The armhf engine under qemu-arm: the command-line modes and the UCI sessions of the program
+# tests, and the bench's node count against the native one.
+test-armhf: armhf
+	PELLIX_TEST_PROGRAMS=$(abspath $(ARMHF_DIR)) PELLIX_TEST_RUNNER="$(QEMU_ARMHF)" \
+	    $(BUILD_DIR)/pellix_process_tests --gtest_brief=1 --gtest_filter='CommandLine.*:UciSession.*'
+	$(call SAME_SIGNATURE,$(QEMU_ARMHF) $(ARMHF_DIR)/pellix-bench)
+
+package-armhf: armhf
+	mkdir -p $(PACKAGE_DIR)
+	rm -f $(PACKAGE_DIR)/pellix_*_armhf.deb $(PACKAGE_DIR)/pellix-*-linux-armhf.tar.gz
+	cd $(ARMHF_DIR) && cpack -B $(abspath $(PACKAGE_DIR))
+	rm -rf $(PACKAGE_DIR)/_CPack_Packages
+
+# Games through programs from outside the project (tests/games/referee.mjs): xboard under
+# Xvfb against Debian's engines and through polyglot, and UCI games refereed over the npm
+# node-uci client at every time control, the native engine against itself and stockfish,
+# plus a few with the sanitizer build, the Windows build under Wine (through the relay) and
+# the armhf build under qemu. The builds are those of `make test`, `make test-windows` and
+# `make armhf`, brought up to date here. PGNs and summary.txt land in $(GAMES_DIR); any fault
+# of Pellix fails. `make soak GAMES=500` plays the same mix until that many games, appending
+# to soak.pgn and soak-summary.txt.
+GAMES_DIR    ?= build/games
+GAMES_JOBS   ?= 2
+GAMES        ?= 500
+GAME_BUILDS   = --pellix $(BUILD_DIR) --asan $(SANITIZE_DIR) --windows $(WINDOWS_DIR) --armhf $(ARMHF_DIR)
+test-games: tests/games/node_modules game-builds
+	node tests/games/referee.mjs --out $(GAMES_DIR) --jobs $(GAMES_JOBS) $(GAME_BUILDS)
+
+soak: tests/games/node_modules game-builds
+	node tests/games/referee.mjs --out $(GAMES_DIR) --jobs $(GAMES_JOBS) $(GAME_BUILDS) --soak $(GAMES)
+
+.PHONY: game-builds
+game-builds: windows armhf
+	$(CONFIGURE) -S . -B $(SANITIZE_DIR) -DCMAKE_BUILD_TYPE=RelWithDebInfo -DPELLIX_SANITIZE=ON
+	cmake --build $(SANITIZE_DIR) -j $(JOBS) --target pellix
+
+tests/games/node_modules: tests/games/package.json tests/games/package-lock.json
+	cd tests/games && npm ci --no-audit --no-fund
+	touch $@
 
 # Unpacks the .deb and checks the installed tree: the engine answers both protocols, plays
 # from the packaged book, and the manual pages and xboard entry are where they belong.

@@ -1,7 +1,8 @@
 # What `make install` puts where, and the packages CPack makes from the same rules:
 #   Linux:   pellix_<version>_amd64.deb (prefix /usr, programs in /usr/games) and
 #            pellix-<version>-linux-x86_64.tar.gz; from the arm64 cross build
-#            pellix_<version>_arm64.deb and pellix-<version>-linux-arm64.tar.gz
+#            pellix_<version>_arm64.deb and pellix-<version>-linux-arm64.tar.gz; from the
+#            armhf cross build pellix_<version>_armhf.deb and pellix-<version>-linux-armhf.tar.gz
 #   Windows: pellix-<version>-windows-x86_64.zip, one flat folder for Arena and Cute Chess
 # The version is the one the engine prints ("id name Pellix 1.1b"); `make test-package`
 # checks that the two agree.
@@ -74,6 +75,8 @@ else()
     if(CMAKE_SYSTEM_PROCESSOR STREQUAL "aarch64")
         # Debian's name for the architecture, in the tarball's name as in the .deb's.
         set(system linux-arm64)
+    elseif(CMAKE_SYSTEM_PROCESSOR STREQUAL "armv7l")
+        set(system linux-armhf)
     endif()
     set(CPACK_PACKAGE_FILE_NAME pellix-${PELLIX_PACKAGE_VERSION}-${system})
     if(CMAKE_CROSSCOMPILING AND CMAKE_SYSTEM_PROCESSOR STREQUAL "aarch64")
@@ -83,6 +86,11 @@ else()
         set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE arm64)
         set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS OFF)
         set(CPACK_DEBIAN_PACKAGE_DEPENDS "libc6 (>= 2.34), libgcc-s1 (>= 3.0), libstdc++6 (>= 11)")
+    elseif(CMAKE_CROSSCOMPILING AND CMAKE_SYSTEM_PROCESSOR STREQUAL "armv7l")
+        # The 32-bit ARM build, the same way.
+        set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE armhf)
+        set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS OFF)
+        set(CPACK_DEBIAN_PACKAGE_DEPENDS "libc6 (>= 2.34), libgcc-s1 (>= 3.5), libstdc++6 (>= 11)")
     else()
         set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
     endif()
@@ -106,5 +114,13 @@ The package also holds pellix-book, which makes opening books from PGN games
 and lists what a book holds, and pellix-bench, the engine's speed and search
 benchmarks. xboard offers Pellix in its Load Engine dialog once it is
 installed.")
+    if(CMAKE_SYSTEM_PROCESSOR STREQUAL "armv7l")
+        # Debian's armhf compiler targets ARMv7: say which boards that leaves out.
+        string(APPEND CPACK_DEBIAN_PACKAGE_DESCRIPTION "
+
+This build is for 32-bit ARMv7 systems such as the 32-bit Raspberry Pi OS
+on a Raspberry Pi 2, 3, 4 or 5; it does not run on the ARMv6 Pi 1 and Pi
+Zero (the Zero 2 W is ARMv7 and runs it).")
+    endif()
 endif()
 include(CPack)

@@ -3,7 +3,8 @@
 # unpacked with dpkg-deb (no root needed), and the tree it installs must hold a working
 # engine, its book, manual page and xboard entry; the .tar.gz must hold the same files. The
 # arm64 .deb must hold an aarch64 engine that answers under qemu, and lintian (when
-# installed) must find nothing to report in either .deb.
+# installed) must find nothing to report in any .deb; the armhf .deb likewise, with an ARMv7
+# engine.
 # Usage: test-package.sh [PACKAGE_DIR]
 set -eu
 here=$(cd "$(dirname "$0")" && pwd)
@@ -27,6 +28,8 @@ deb=$(one 'pellix_*_amd64.deb')
 tgz=$(one 'pellix-*-linux-x86_64.tar.gz')
 arm64_deb=$(one 'pellix_*_arm64.deb')
 arm64_tgz=$(one 'pellix-*-linux-arm64.tar.gz')
+armhf_deb=$(one 'pellix_*_armhf.deb')
+armhf_tgz=$(one 'pellix-*-linux-armhf.tar.gz')
 echo "checking $(basename "$deb") and $(basename "$tgz")"
 
 field() { dpkg-deb -f "$deb" "$1"; }
@@ -104,8 +107,23 @@ printf 'uci\nquit\n' | (cd "$work/plain" && timeout 60 ${QEMU_ARM64:-qemu-aarch6
 grep -qx uciok "$work/out" && [ "$status" -eq 1 ] ||
     fail "the arm64 engine under qemu gave no uciok (exit status $status)"
 
+# The armhf package likewise, with an ARMv7 engine under qemu-arm, and a description that
+# says which Raspberry Pi it is for.
+armhf=$work/armhf
+dpkg-deb -x "$armhf_deb" "$armhf"
+dpkg-deb -c "$armhf_deb" | awk '$1 !~ /^d/ { print $NF }' | sed 's|^\./usr/||; s|^games/|bin/|' |
+    sort | cmp -s - "$work/deb-files" || fail "the armhf and amd64 .debs hold different files"
+tar -tzf "$armhf_tgz" | grep -v '/$' | sed 's|^[^/]*/||' | sort | cmp -s - "$work/deb-files" ||
+    fail "the armhf .tar.gz and the .deb hold different files"
+file -b "$armhf/usr/games/pellix" | grep -q 'ARM, EABI5' || fail "the armhf engine is not a 32-bit ARM program"
+dpkg-deb -f "$armhf_deb" Description | grep -q 'ARMv7' || fail "the armhf description does not say ARMv7"
+printf 'uci\nquit\n' | (cd "$work/plain" && timeout 60 ${QEMU_ARMHF:-qemu-arm -L /usr/arm-linux-gnueabihf} \
+    "$armhf/usr/games/pellix") >"$work/out" 2>&1 && status=0 || status=$?
+grep -qx uciok "$work/out" && [ "$status" -eq 1 ] ||
+    fail "the armhf engine under qemu gave no uciok (exit status $status)"
+
 if command -v lintian >/dev/null; then
-    for package in "$deb" "$arm64_deb"; do
+    for package in "$deb" "$arm64_deb" "$armhf_deb"; do
         lintian --fail-on error,warning "$package" >"$work/lintian" 2>&1 ||
             fail "lintian on $(basename "$package"): $(cat "$work/lintian")"
     done

@@ -24,19 +24,26 @@ std::uint32_t roundedHashMegabytes(std::uint32_t requested) {
 bool HashTable::init(std::uint32_t requestedMegabytes) {
     trace("Init HashTable : %d Mo", requestedMegabytes);
     release();
-    megabytes  = roundedHashMegabytes(requestedMegabytes);
-    entryCount = (megabytes << 20) >> 4;
-    indexMask  = entryCount - 1;
-    dirty      = 0;
-    if (entryCount == 0)
+    megabytes = roundedHashMegabytes(requestedMegabytes);
+    dirty     = 0;
+    if (megabytes == 0) {
+        entryCount = 0;
+        indexMask  = entryCount - 1;
         return true; // no table: probes miss, stores do nothing
-    entries = static_cast<HashEntry*>(std::calloc(entryCount, sizeof(HashEntry)));
-    if (!entries) {
-        trace("HashTable : out of memory");
-        entryCount = indexMask = 0;
-        return false;
     }
-    return true;
+    // A size the process cannot have (1 or 2 GB asked of a 32-bit process, or of a machine
+    // without the memory) gives the largest smaller power of two that it can have.
+    for (; megabytes != 0; megabytes /= 2) {
+        entryCount = (megabytes << 20) >> 4;
+        entries    = static_cast<HashEntry*>(std::calloc(entryCount, sizeof(HashEntry)));
+        if (entries)
+            break;
+        trace("HashTable : out of memory");
+    }
+    if (!entries)
+        entryCount = 0;
+    indexMask = entries ? entryCount - 1 : 0;
+    return entries != nullptr;
 }
 
 void HashTable::clear() {

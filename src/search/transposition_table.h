@@ -40,7 +40,8 @@ struct HashTable {
     std::uint32_t megabytes  = 0; // the rounded size actually allocated
 
     // Sizes the table from a request in megabytes (rounded by roundedHashMegabytes: 0, 1
-    // and anything above 2048 give no table) and allocates it zeroed.
+    // and anything above 2048 give no table) and allocates it zeroed, halving the size
+    // until the allocation succeeds. False when not even 1 megabyte could be had.
     bool init(std::uint32_t requestedMegabytes);
     void clear();
     void release();

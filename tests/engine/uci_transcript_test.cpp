@@ -72,6 +72,30 @@ TEST(UciSession, PositionThenGoAnswersForThatPosition) {
         START_FEN, {"e2e4", "e7e5", "d1h5"}));
 }
 
+// A Hash the process cannot have (2 GB under a 1.5 GB address-space limit natively; in a
+// 32-bit process, as on armhf, the address space is the limit) still gives a table, the
+// largest that fits: the search differs from one without a table (Hash=1), and the engine
+// plays and quits as usual.
+TEST(UciSession, HashTooLargeFallsBackToATableThatFits) {
+    const auto nodesAtDepth7 = [](const std::string& hash, const std::string& limit) {
+        EngineProcess engine("[Engine]\nHash=" + hash + "\n", limit + programCommand("pellix"));
+        startUci(engine);
+        std::vector<std::string> seen;
+        bestMove(engine, "position startpos moves e2e4 e7e5", "go depth 7", &seen);
+        engine.send("quit");
+        EXPECT_EQ(engine.waitExit(SEARCH), 1);
+        const std::string& last = seen.size() > 1 ? seen[seen.size() - 2] : "";
+        return last.substr(0, last.find(" nps")).substr(last.find(" nodes"));
+    };
+    const char* runner = std::getenv("PELLIX_TEST_RUNNER");
+    bool limited       = !testingWindowsBuild() && !(runner && *runner);
+#if defined(__SANITIZE_ADDRESS__)
+    limited = false; // the sanitizer's own reservations need the address space
+#endif
+    EXPECT_NE(nodesAtDepth7("2048", limited ? "sh -c 'ulimit -v 1500000; exec \"$0\"' " : ""),
+              nodesAtDepth7("1", ""));
+}
+
 // Standard input closed: the engine neither exits nor spins, and a search that was running
 // still finishes and answers.
 TEST(UciSession, EndOfInputKeepsTheEngineWaitingQuietly) {
