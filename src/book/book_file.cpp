@@ -2,8 +2,10 @@
 // integer little-endian. A damaged file never takes the engine down: reading stops at the
 // first record that does not fit and keeps the records before it.
 #include "board/trace.h"
+#include "book/book_io.h"
 #include "book/opening_book.h"
 
+#include <algorithm>
 #include <cstring>
 #include <memory>
 
@@ -28,16 +30,18 @@ struct FileCloser {
 };
 using FileHandle = std::unique_ptr<std::FILE, FileCloser>;
 
-// An exchange sort, not a stable one: moves of equal count end up in the order it leaves
-// them, and the same games must give a book file identical byte for byte to the files other
-// builds of the engine write, so this is the tie order of every book.
+} // namespace
+
+// Moves of equal count go by move word, so that the file depends only on what the node holds
+// and never on the order its moves came in: a book built in pieces, on any number of threads,
+// is the same file byte for byte.
 void sortMovesByCount(BookNode& node) {
-    const std::uint32_t count = node.moveCount;
-    for (std::uint32_t i = 0; i < count; ++i)
-        for (std::uint32_t j = i + 1; j < count; ++j)
-            if (node.moves[j].count > node.moves[i].count)
-                std::swap(node.moves[i], node.moves[j]);
+    std::sort(node.moves, node.moves + node.moveCount, [](const BookMove& a, const BookMove& b) {
+        return a.count != b.count ? a.count > b.count : a.move < b.move;
+    });
 }
+
+namespace {
 
 void writeNode(std::vector<std::uint8_t>& out, const BookNode& node) {
     writeWord(out, node.keyLow);
@@ -118,8 +122,10 @@ bool OpeningBook::loadBook(const char* path) {
 }
 
 bool OpeningBook::saveBook(const char* path) {
-    FileHandle file(path ? std::fopen(path, "wb") : nullptr);
-    if (!file)
+    if (!path)
+        return false;
+    AtomicFile file(path);
+    if (!file.file())
         return false;
     for (BookNode& node : nodeList)
         sortMovesByCount(node);
@@ -131,6 +137,35 @@ bool OpeningBook::saveBook(const char* path) {
     writeWord(bytes, std::uint32_t(nodeList.size()));
     for (const BookNode& node : nodeList)
         writeNode(bytes, node);
-    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size();
-    return std::fclose(file.release()) == 0 && written;
+    return file.write(bytes.data(), bytes.size()) && file.commit();
+}
+
+void writeBookHeader(std::uint8_t* out, std::uint32_t nodeCount) {
+    std::vector<std::uint8_t> bytes{'B', 'O', 'O', 'K'};
+    writeWord(bytes, BOOK_VERSION);
+    writeWord(bytes, nodeCount);
+    std::memcpy(out, bytes.data(), HEADER_SIZE);
+}
+
+void appendBookNode(std::vector<std::uint8_t>& out, const BookNode& node) {
+    writeNode(out, node);
+}
+
+const char* checkBookImage(const std::uint8_t* data, std::size_t size, std::size_t& offset) {
+    offset = 0;
+    if (size < HEADER_SIZE || std::memcmp(data, "BOOK", 4) != 0)
+        return "not a Pellix book (no BOOK header)";
+    const std::uint32_t nodeCount = readWord(data + 8);
+    offset                        = HEADER_SIZE;
+    for (std::uint32_t n = 0; n < nodeCount; ++n) {
+        if (size - offset < NODE_HEAD_SIZE)
+            return "the file ends inside a position";
+        const std::uint32_t moves = readWord(data + offset + 8);
+        if (moves > std::uint32_t(BOOK_NODE_MOVES))
+            return "a position with more than 16 moves";
+        if ((size - offset - NODE_HEAD_SIZE) / MOVE_RECORD_SIZE < moves)
+            return "the file ends inside a position";
+        offset += NODE_HEAD_SIZE + moves * MOVE_RECORD_SIZE;
+    }
+    return offset == size ? nullptr : "bytes after the last position";
 }

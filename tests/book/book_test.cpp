@@ -30,17 +30,54 @@ std::vector<PgnGame> readAll(std::string_view text) {
     return games;
 }
 
-// The book built from `pgn`, and "game N: reason: detail" for each game left out.
-std::pair<OpeningBook, Lines> build(const std::string& pgn, BookBuildOptions options = {}) {
-    auto board = boardFrom(START_FEN);
-    BookBuilder builder(*board, options);
-    std::pair<OpeningBook, Lines> built;
-    std::string detail;
-    for (const PgnGame& game : readAll(pgn))
-        if (const SkipReason reason = builder.addGame(game, detail); reason != SKIP_NONE)
-            built.second.push_back("game " + std::to_string(game.number) + ": " +
-                                   skipReasonText(reason) + ": " + detail);
-    builder.fillBook(built.first);
+using Bytes = std::vector<std::uint8_t>;
+
+std::string scratchPath(const std::string& name) {
+    return (std::filesystem::temp_directory_path() /
+            ("pellix-" + name + "-" + std::to_string(std::random_device{}())))
+        .string();
+}
+
+Bytes fileBytes(const std::string& path) {
+    std::ifstream in(path, std::ios::binary); // closed on return, before a removal (Windows)
+    return Bytes(std::istreambuf_iterator<char>(in), {});
+}
+
+struct SkipList : BuildListener {
+    Lines lines;
+    void skipped(std::uint64_t game, SkipReason reason, const std::string& detail) override {
+        lines.push_back("game " + std::to_string(game) + ": " + skipReasonText(reason) + ": " +
+                        detail);
+    }
+    void progress(const BuildTally&) override {}
+};
+
+struct Built {
+    OpeningBook book;
+    Lines skipped;
+    Bytes bytes; // the file, empty when none was written
+    BuildTally tally;
+};
+
+// The book built from `pgn` through a file, as pellix-book builds it.
+Built build(const std::string& pgn, BookBuildOptions options = {}) {
+    const std::string pgnPath = scratchPath("games"), bookPath = scratchPath("book");
+    std::ofstream(pgnPath, std::ios::binary) << pgn;
+    Built built;
+    SkipList skips;
+    std::string error;
+    std::FILE* in = std::fopen(pgnPath.c_str(), "rb");
+    if (buildBook(
+            in, bookPath.c_str(), options,
+            [] { return std::unique_ptr<ChessBoard>(boardFrom(START_FEN)); }, skips, built.tally,
+            error)) {
+        built.bytes = fileBytes(bookPath);
+        EXPECT_TRUE(built.book.readBook(built.bytes.data(), built.bytes.size()));
+    }
+    std::fclose(in);
+    std::filesystem::remove(pgnPath);
+    std::filesystem::remove(bookPath);
+    built.skipped = skips.lines;
     return built;
 }
 
@@ -61,13 +98,10 @@ std::string nodeListing(const OpeningBook& book, const Lines& line) {
     return listing.str();
 }
 
-using Bytes = std::vector<std::uint8_t>;
-
 // Saves the book at `path` and answers the bytes written there.
 Bytes savedBytes(OpeningBook& book, const std::string& path) {
     EXPECT_TRUE(book.saveBook(path.c_str()));
-    std::ifstream in(path, std::ios::binary); // closed on return, before the removal (Windows)
-    return Bytes(std::istreambuf_iterator<char>(in), {});
+    return fileBytes(path);
 }
 
 } // namespace
@@ -132,7 +166,7 @@ TEST(GameMoves, TextMeansTheLegalMoveWithTheGeneratorsFlags) {
 // Plies, a minimum of games and full nodes leave moves out.
 TEST(BookBuilder, CountsGamesAndResultsPerPositionAndMoveWithinTheLimits) {
     // The fourth game comes back to the initial position: its Nf3 counts once for the game.
-    const auto [book, skipped] =
+    const auto [book, skipped, bytes, tally] =
         build("[Result \"1-0\"]\n1. e4 e5 2. Nf3 Nc6 1-0\n"
               "[Result \"0-1\"]\n1. e4 e5 2. Nf3 Nf6 0-1\n"
               "1. e4 c5 1/2-1/2\n1. Nf3 Nf6 2. Ng1 Ng8 3. Nf3 d5 1-0\n"
@@ -151,16 +185,16 @@ TEST(BookBuilder, CountsGamesAndResultsPerPositionAndMoveWithinTheLimits) {
 
     // The limits: plies, the minimum of games, and a full node, which keeps its most played.
     const std::string games   = "1. Nf3 Nf6 2. Ng1 Ng8 3. Nf3 d5 1-0\n1. e4 e5 *\n1. e4 c5 *\n";
-    const OpeningBook shallow = build(games, {2, 1}).first;
+    const OpeningBook shallow = build(games, {2, 1}).book;
     EXPECT_EQ(nodeListing(shallow, {"g1f3"}), "Ng8-f6 1 100 0"); // d5 came at ply 6
     EXPECT_EQ(nodeListing(shallow, {"g1f3", "g8f6"}), "");
-    EXPECT_EQ(build(games, {20, 2}).first.moveTotal(), 1u); // only e4 was played twice
+    EXPECT_EQ(build(games, {20, 2}).book.moveTotal(), 1u); // only e4 was played twice
 
     std::string pgn = "1. e4 *\n1. e4 *\n";
     for (const char* move : {"a3", "a4", "b3", "b4", "c3", "c4", "d3", "d4", "e3", "f3", "f4", "g3",
                              "g4", "h3", "h4", "Na3"})
         pgn += std::string("1. ") + move + " *\n";
-    const std::string start = nodeListing(build(pgn).first, {});
+    const std::string start = nodeListing(build(pgn).book, {});
     EXPECT_EQ(std::count(start.begin(), start.end(), ','), 15) << start;
     EXPECT_EQ(start.rfind("e2-e4 2 0 0, ", 0), 0u) << start; // the most played stays
 }
