@@ -352,8 +352,10 @@ bool buildBook(std::FILE* in, const char* bookPath, const BookBuildOptions& opti
     pipeline.queueLimit = std::size_t(threads);
     std::vector<std::unique_ptr<Worker>> workers;
     for (int i = 0; i < threads; ++i) {
-        workers.push_back(std::make_unique<Worker>(pipeline, options, makeBoard(),
-                                                   CountTable::capacityFor(tableBytes / threads)));
+        const std::size_t entries = options.tableEntries
+                                        ? options.tableEntries
+                                        : CountTable::capacityFor(tableBytes / threads);
+        workers.push_back(std::make_unique<Worker>(pipeline, options, makeBoard(), entries));
         if (!workers.back()->counts().allocated()) {
             error = "not enough memory for the counts";
             return false;

@@ -31,13 +31,14 @@ enum SkipReason {
 };
 const char* skipReasonText(SkipReason reason);
 
-constexpr int DEFAULT_BUILD_MEMORY_MB = 32;
+constexpr int DEFAULT_BUILD_MEMORY_MB = 24;
 
 struct BookBuildOptions {
     int plies                   = 20; // moves recorded from the start of each game
     std::uint32_t minGames      = 1;  // moves played in fewer games stay out of the book
     std::size_t memoryMegabytes = DEFAULT_BUILD_MEMORY_MB;
     int threads                 = 0; // 0: one per processor core
+    std::size_t tableEntries    = 0; // entries per thread's table; 0: from the memory limit
 };
 
 // One recorded ply: the key of the position and the move played from it.
