@@ -34,22 +34,30 @@ OpeningBook bookOf(const std::string& pgn) {
 TEST(Polyglot, KeysOfThePublishedTestPositions) {
     const std::tuple<std::vector<std::string>, const char*, std::uint64_t> cases[] = {
         {{}, START_FEN, 0x463b96181691fc9c},
-        {{"e2e4"}, "rnbqkbnr/pppppppp/8/8/4P3/8/PPPP1PPP/RNBQKBNR b KQkq e3 0 1",
+        {{"e2e4"},
+         "rnbqkbnr/pppppppp/8/8/4P3/8/PPPP1PPP/RNBQKBNR b KQkq e3 0 1",
          0x823c9b50fd114196},
-        {{"e2e4", "d7d5"}, "rnbqkbnr/ppp1pppp/8/3p4/4P3/8/PPPP1PPP/RNBQKBNR w KQkq d6 0 2",
+        {{"e2e4", "d7d5"},
+         "rnbqkbnr/ppp1pppp/8/3p4/4P3/8/PPPP1PPP/RNBQKBNR w KQkq d6 0 2",
          0x0756b94461c50fb0},
-        {{"e2e4", "d7d5", "e4e5"}, "rnbqkbnr/ppp1pppp/8/3pP3/8/8/PPPP1PPP/RNBQKBNR b KQkq - 0 2",
+        {{"e2e4", "d7d5", "e4e5"},
+         "rnbqkbnr/ppp1pppp/8/3pP3/8/8/PPPP1PPP/RNBQKBNR b KQkq - 0 2",
          0x662fafb965db29d4},
         {{"e2e4", "d7d5", "e4e5", "f7f5"},
-         "rnbqkbnr/ppp1p1pp/8/3pPp2/8/8/PPPP1PPP/RNBQKBNR w KQkq f6 0 3", 0x22a48b5a8e47ff78},
+         "rnbqkbnr/ppp1p1pp/8/3pPp2/8/8/PPPP1PPP/RNBQKBNR w KQkq f6 0 3",
+         0x22a48b5a8e47ff78},
         {{"e2e4", "d7d5", "e4e5", "f7f5", "e1e2"},
-         "rnbqkbnr/ppp1p1pp/8/3pPp2/8/8/PPPPKPPP/RNBQ1BNR b kq - 0 3", 0x652a607ca3f242c1},
+         "rnbqkbnr/ppp1p1pp/8/3pPp2/8/8/PPPPKPPP/RNBQ1BNR b kq - 0 3",
+         0x652a607ca3f242c1},
         {{"e2e4", "d7d5", "e4e5", "f7f5", "e1e2", "e8f7"},
-         "rnbq1bnr/ppp1pkpp/8/3pPp2/8/8/PPPPKPPP/RNBQ1BNR w - - 0 4", 0x00fdd303c946bdd9},
+         "rnbq1bnr/ppp1pkpp/8/3pPp2/8/8/PPPPKPPP/RNBQ1BNR w - - 0 4",
+         0x00fdd303c946bdd9},
         {{"a2a4", "b7b5", "h2h4", "b5b4", "c2c4"},
-         "rnbqkbnr/p1pppppp/8/8/PpP4P/8/1P1PPPP1/RNBQKBNR b KQkq c3 0 3", 0x3c8123ea7b067637},
+         "rnbqkbnr/p1pppppp/8/8/PpP4P/8/1P1PPPP1/RNBQKBNR b KQkq c3 0 3",
+         0x3c8123ea7b067637},
         {{"a2a4", "b7b5", "h2h4", "b5b4", "c2c4", "b4c3", "a1a3"},
-         "rnbqkbnr/p1pppppp/8/8/P6P/R1p5/1P1PPPP1/1NBQKBNR b Kkq - 0 4", 0x5c3f9b829b279560},
+         "rnbqkbnr/p1pppppp/8/8/P6P/R1p5/1P1PPPP1/1NBQKBNR b Kkq - 0 4",
+         0x5c3f9b829b279560},
     };
     for (const auto& [moves, fen, key] : cases) {
         auto board = boardFrom(START_FEN);
@@ -96,8 +104,8 @@ TEST(Polyglot, MoveWordsAndEntries) {
 // book's positions with its polyglot key, added up: positions that differ only in an
 // en-passant file polyglot ignores (1.e4 e6 2.d4 and 1.d4 e6 2.e4) share their moves.
 TEST(PolyglotBooks, ExportThenImportKeepsTheMovesAndCounts) {
-    const OpeningBook book = bookOf(readDataFile("openings.pgn") +
-                                    "1. e4 e6 2. d4 d5 *\n1. d4 e6 2. e4 c5 *\n");
+    const OpeningBook book =
+        bookOf(readDataFile("openings.pgn") + "1. e4 e6 2. d4 d5 *\n1. d4 e6 2. e4 c5 *\n");
     auto board = boardFrom(START_FEN);
     ExportTally exported;
     const std::vector<PolyglotEntry> entries =
@@ -105,9 +113,9 @@ TEST(PolyglotBooks, ExportThenImportKeepsTheMovesAndCounts) {
     EXPECT_GT(exported.positions, 3000u);
     EXPECT_LT(exported.keys, exported.positions);
     for (std::size_t i = 1; i < entries.size(); ++i)
-        ASSERT_TRUE(entries[i - 1].key < entries[i].key ||
-                    (entries[i - 1].key == entries[i].key &&
-                     entries[i - 1].weight >= entries[i].weight));
+        ASSERT_TRUE(
+            entries[i - 1].key < entries[i].key ||
+            (entries[i - 1].key == entries[i].key && entries[i - 1].weight >= entries[i].weight));
 
     OpeningBook imported;
     ImportTally tally;
@@ -139,5 +147,6 @@ TEST(PolyglotBooks, ExportThenImportKeepsTheMovesAndCounts) {
     board->newGame();
     for (const char* m : {"e2e4", "e7e6", "d2d4"})
         board->playGameMove(findMove(*board, m));
-    EXPECT_EQ(imported.findNode(board->hashKey)->moveCount, book.findNode(board->hashKey)->moveCount + 1);
+    EXPECT_EQ(imported.findNode(board->hashKey)->moveCount,
+              book.findNode(board->hashKey)->moveCount + 1);
 }
