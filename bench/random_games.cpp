@@ -2,7 +2,6 @@
 // with a random result. Their positions are ones no real game reaches, so a book built from
 // them has as many distinct positions as plies: the worst case for the builder's memory.
 #include "bench.h"
-
 #include "board/make_engine.h"
 #include "tools/silent_board.h"
 
@@ -14,7 +13,7 @@
 int benchRandomGames(int argc, char** argv) {
     const long games = argc > 0 ? std::atol(argv[0]) : 1000;
     std::mt19937_64 random(argc > 1 ? std::strtoull(argv[1], nullptr, 10) : 1);
-    const auto engine = makeEngine<SilentBoard>(0);
+    const auto engine           = makeEngine<SilentBoard>(0);
     const char* const results[] = {"1-0", "0-1", "1/2-1/2"};
     std::string line;
     for (long g = 0; g < games; ++g) {

@@ -93,7 +93,7 @@ CountRun::~CountRun() {
 
 bool CountRun::create() {
     path = temporaryRunPath();
-    file = std::fopen(path.c_str(), "w+b");
+    file = std::fopen(path.c_str(), "wb");
     if (!file)
         path.clear();
     buffer.reserve(RUN_BUFFER);
@@ -110,23 +110,33 @@ bool CountRun::append(const MoveCount& count) {
     return !failed;
 }
 
+// The file is closed until the merge reads it, and again once it is read, so that a build
+// that spills thousands of runs never holds more files open than it merges at once.
 bool CountRun::finish() {
     if (!buffer.empty())
         failed |=
             std::fwrite(buffer.data(), sizeof(MoveCount), buffer.size(), file) != buffer.size();
     buffer.clear();
-    failed |= std::fflush(file) != 0 || std::fseek(file, 0, SEEK_SET) != 0;
-    at = 0;
+    failed |= std::fclose(file) != 0;
+    file = nullptr;
+    at   = 0;
     return !failed;
 }
 
 bool CountRun::next(MoveCount& count) {
     if (at == buffer.size()) {
+        if (!file && !read)
+            file = std::fopen(path.c_str(), "rb");
+        read = true;
         buffer.resize(RUN_BUFFER);
-        buffer.resize(std::fread(buffer.data(), sizeof(MoveCount), RUN_BUFFER, file));
+        buffer.resize(file ? std::fread(buffer.data(), sizeof(MoveCount), RUN_BUFFER, file) : 0);
         at = 0;
-        if (buffer.empty())
+        if (buffer.empty()) {
+            if (file)
+                std::fclose(file);
+            file = nullptr;
             return false;
+        }
     }
     count = buffer[at++];
     return true;

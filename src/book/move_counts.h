@@ -84,6 +84,7 @@ private:
     std::vector<MoveCount> buffer;
     std::size_t at = 0;
     bool failed    = false;
+    bool read      = false; // reading has begun: the file is open or was read to its end
 };
 
 // Calls `sink` once for every (key, move) of the sources, in ascending order, with the counts
