@@ -87,6 +87,11 @@ const char* checkBookImage(const std::uint8_t* data, std::size_t size, std::size
 // The node of the key as the engine's lookup finds it in a book sorted by key, or null. The
 // search rule never looks at the first or the last node unless it lands on it as a midpoint.
 const BookNode* lookupBookNode(const OpeningBook& book, std::uint64_t key);
+// The legal move of the board a book move stands for (same squares, piece and promotion), or
+// NO_MOVE: what the engine plays and what an export follows.
+class ChessBoard;
+Move legalBookMove(ChessBoard& board, Move wanted);
+
 // A random number of 31 bits from the runtime library's rand(), on every system.
 std::uint32_t bookRandom();
 // A move of the key's node drawn in proportion to the counts, with bookRandom(); 0 when the

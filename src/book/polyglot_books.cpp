@@ -8,19 +8,6 @@
 
 namespace {
 
-// The legal move a book move stands for, matched as the engine matches it when it plays.
-Move legalBookMove(ChessBoard& board, Move wanted) {
-    MoveEntry list[MAX_GENERATED];
-    const int count = board.generateLegalMoves(list);
-    for (int i = 0; i < count; ++i) {
-        const Move m = list[i].move;
-        if (moveFrom(m) == moveFrom(wanted) && moveTo(m) == moveTo(wanted) &&
-            movePiece(m) == movePiece(wanted) && movePromotion(m) == movePromotion(wanted))
-            return m;
-    }
-    return NO_MOVE;
-}
-
 struct Candidate {
     std::uint16_t move;
     std::uint64_t games = 0;
