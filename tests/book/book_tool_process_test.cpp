@@ -170,8 +170,9 @@ TEST(BookTool, PolyglotReadsTheExportAndAgreesWithIt) {
     EXPECT_NEAR(percent, 100 * start.front().second / games, 1) << line;
 }
 
-// Debian's gnuchess book, when installed, imports; at the start the imported book lists the
-// file's heaviest moves with their weights as counts.
+// Debian's gnuchess book, when installed, imports (10 plies deep, enough for ten thousand
+// positions); at the start the imported book lists the file's heaviest moves with their
+// weights as counts.
 TEST(BookTool, ImportsDebiansGnuchessBook) {
     const std::string gnuchess = "/usr/share/games/gnuchess/book.bin";
     if (!std::filesystem::exists(gnuchess))
@@ -187,9 +188,9 @@ TEST(BookTool, ImportsDebiansGnuchessBook) {
     weights.resize(std::min<std::size_t>(weights.size(), 16));
     ASSERT_GT(weights.size(), 4u);
 
-    std::istringstream output(
-        runProcess("( " + tool("import " + gnuchess + " g.bin") + "; " + tool("show g.bin") + " )")
-            .output);
+    std::istringstream output(runProcess("( " + tool("import " + gnuchess + " g.bin --plies 10") +
+                                         "; " + tool("show g.bin") + " )")
+                                  .output);
     std::string line;
     std::getline(output, line);
     EXPECT_EQ(line.rfind("wrote g.bin: ", 0), 0u) << line;
