@@ -11,7 +11,6 @@
 
 namespace {
 
-constexpr std::size_t HEADER_SIZE      = 12; // magic, version, node count
 constexpr std::size_t NODE_HEAD_SIZE   = 12; // key, move count
 constexpr std::size_t MOVE_RECORD_SIZE = 10; // move, count, two percentages
 
@@ -30,8 +29,6 @@ struct FileCloser {
 };
 using FileHandle = std::unique_ptr<std::FILE, FileCloser>;
 
-} // namespace
-
 // Moves of equal count go by move word, so that the file depends only on what the node holds
 // and never on the order its moves came in: a book built in pieces, on any number of threads,
 // is the same file byte for byte.
@@ -41,9 +38,9 @@ void sortMovesByCount(BookNode& node) {
     });
 }
 
-namespace {
+} // namespace
 
-void writeNode(std::vector<std::uint8_t>& out, const BookNode& node) {
+void appendBookNode(std::vector<std::uint8_t>& out, const BookNode& node) {
     writeWord(out, node.keyLow);
     writeWord(out, node.keyHigh);
     writeWord(out, node.moveCount);
@@ -55,12 +52,14 @@ void writeNode(std::vector<std::uint8_t>& out, const BookNode& node) {
     }
 }
 
+namespace {
+
 // Reads the header and then the node records one at a time from `source`, which answers
 // whether it could deliver the bytes asked for. The node count only bounds the loop: a count
 // larger than the file stops at the first short read, with the records before it kept.
 template <typename Source> bool readRecords(OpeningBook& book, Source& source) {
-    std::uint8_t header[HEADER_SIZE];
-    if (!source.read(header, HEADER_SIZE) || std::memcmp(header, "BOOK", 4) != 0)
+    std::uint8_t header[BOOK_HEADER_SIZE];
+    if (!source.read(header, BOOK_HEADER_SIZE) || std::memcmp(header, "BOOK", 4) != 0)
         return false;
     const std::uint32_t nodeCount = readWord(header + 8);
     std::uint8_t record[BOOK_NODE_MOVES * MOVE_RECORD_SIZE];
@@ -131,12 +130,10 @@ bool OpeningBook::saveBook(const char* path) {
         sortMovesByCount(node);
     sortByKey();
 
-    std::vector<std::uint8_t> bytes;
-    bytes.insert(bytes.end(), {'B', 'O', 'O', 'K'});
-    writeWord(bytes, BOOK_VERSION);
-    writeWord(bytes, std::uint32_t(nodeList.size()));
+    std::vector<std::uint8_t> bytes(BOOK_HEADER_SIZE);
+    writeBookHeader(bytes.data(), std::uint32_t(nodeList.size()));
     for (const BookNode& node : nodeList)
-        writeNode(bytes, node);
+        appendBookNode(bytes, node);
     return file.write(bytes.data(), bytes.size()) && file.commit();
 }
 
@@ -144,19 +141,15 @@ void writeBookHeader(std::uint8_t* out, std::uint32_t nodeCount) {
     std::vector<std::uint8_t> bytes{'B', 'O', 'O', 'K'};
     writeWord(bytes, BOOK_VERSION);
     writeWord(bytes, nodeCount);
-    std::memcpy(out, bytes.data(), HEADER_SIZE);
-}
-
-void appendBookNode(std::vector<std::uint8_t>& out, const BookNode& node) {
-    writeNode(out, node);
+    std::memcpy(out, bytes.data(), BOOK_HEADER_SIZE);
 }
 
 const char* checkBookImage(const std::uint8_t* data, std::size_t size, std::size_t& offset) {
     offset = 0;
-    if (size < HEADER_SIZE || std::memcmp(data, "BOOK", 4) != 0)
+    if (size < BOOK_HEADER_SIZE || std::memcmp(data, "BOOK", 4) != 0)
         return "not a Pellix book (no BOOK header)";
     const std::uint32_t nodeCount = readWord(data + 8);
-    offset                        = HEADER_SIZE;
+    offset                        = BOOK_HEADER_SIZE;
     for (std::uint32_t n = 0; n < nodeCount; ++n) {
         if (size - offset < NODE_HEAD_SIZE)
             return "the file ends inside a position";

@@ -72,10 +72,9 @@ private:
     std::unordered_map<std::uint64_t, std::size_t> index;
 };
 
-// The order a saved node has: by count, highest first, then by move word.
-void sortMovesByCount(BookNode& node);
-// The file's 12-byte header, and one node record as saveBook writes it (sorted by the
-// caller), for writers that stream a book instead of holding it.
+// The file's 12-byte header (magic, version, node count), and one node record as saveBook
+// writes it (its moves sorted by the caller: by count, highest first, then by move word),
+// for writers that stream a book instead of holding it.
 constexpr std::size_t BOOK_HEADER_SIZE = 12;
 void writeBookHeader(std::uint8_t* out, std::uint32_t nodeCount);
 void appendBookNode(std::vector<std::uint8_t>& out, const BookNode& node);
