@@ -280,6 +280,34 @@ bool narrowRuns(std::vector<std::unique_ptr<CountRun>>& runs) {
     return true;
 }
 
+// Merges the workers' tables and the spilled runs into the book file.
+bool writeBook(std::vector<std::unique_ptr<Worker>>& workers,
+               std::vector<std::unique_ptr<CountRun>>& runs, const char* bookPath,
+               const BookBuildOptions& options, BuildTally& tally, std::string& error) {
+    std::vector<std::unique_ptr<CountSource>> memory;
+    std::vector<CountSource*> sources;
+    for (auto& worker : workers) {
+        CountTable& table = worker->counts();
+        memory.push_back(std::make_unique<MemoryCounts>(table.sorted(), table.size()));
+        sources.push_back(memory.back().get());
+    }
+    for (auto& run : runs)
+        sources.push_back(run.get());
+    AtomicFile output(bookPath);
+    NodeWriter writer(output, options, tally);
+    mergeCounts(sources, [&](const MoveCount& c) { writer.add(c); });
+    const bool written = writer.finish();
+    if (tally.bookPositions == 0) {
+        error = "no game gave a move";
+        return false;
+    }
+    if (!written || !output.commit()) {
+        error = "cannot write the book";
+        return false;
+    }
+    return true;
+}
+
 } // namespace
 
 const char* skipReasonText(SkipReason reason) {
@@ -379,27 +407,5 @@ bool buildBook(std::FILE* in, const char* bookPath, const BookBuildOptions& opti
         error = read ? "cannot write a temporary file" : "cannot read the games";
         return false;
     }
-
-    std::vector<std::unique_ptr<CountSource>> memory;
-    std::vector<CountSource*> sources;
-    for (auto& worker : workers) {
-        CountTable& table = worker->counts();
-        memory.push_back(std::make_unique<MemoryCounts>(table.sorted(), table.size()));
-        sources.push_back(memory.back().get());
-    }
-    for (auto& run : pipeline.runs)
-        sources.push_back(run.get());
-    AtomicFile output(bookPath);
-    NodeWriter writer(output, options, tally);
-    mergeCounts(sources, [&](const MoveCount& c) { writer.add(c); });
-    const bool written = writer.finish();
-    if (tally.bookPositions == 0) {
-        error = "no game gave a move";
-        return false;
-    }
-    if (!written || !output.commit()) {
-        error = "cannot write the book";
-        return false;
-    }
-    return true;
+    return writeBook(workers, pipeline.runs, bookPath, options, tally, error);
 }
