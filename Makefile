@@ -39,13 +39,13 @@ all:
 	$(CONFIGURE) -S . -B $(BUILD_DIR) -DCMAKE_BUILD_TYPE=Release
 	cmake --build $(BUILD_DIR) -j $(JOBS)
 
-# Builds the engine and the opening book it may read (not the tests, nor the bench), then
-# starts it. The engine exits with the status 1 after "quit" (GUIs ignore it): not a failure
-# of make.
+# Builds the engine and its opening book (not the tests, nor the bench), then starts it in
+# $(BUILD_DIR)/run, whose pellix.ini (written by CMake) turns the book on. The engine exits
+# with the status 1 after "quit" (GUIs ignore it): not a failure of make.
 run:
 	$(CONFIGURE) -S . -B $(BUILD_DIR) -DCMAKE_BUILD_TYPE=Release
 	cmake --build $(BUILD_DIR) -j $(JOBS) --target pellix pellix-openbook
-	$(BUILD_DIR)/pellix || test $$? -eq 1
+	cd $(BUILD_DIR)/run && ../pellix || test $$? -eq 1
 
 # Every test in the release build, then the fast ones again under AddressSanitizer and
 # UndefinedBehaviorSanitizer.

@@ -23,6 +23,8 @@ constexpr Subcommand subcommands[] = {
      "perft speed, node walk and counter table: 6 plies from the start, 5 of Kiwipete"},
     {"eval", benchEval, "evaluation and SEE speed; with FENs, each position's terms"},
     {"search", benchSearch, "fixed-depth search over a set of positions: nodes and speed"},
+    {"random-games", benchRandomGames,
+     "N games of 20 random legal plies, as PGN for the book builder's benchmark"},
 };
 
 } // namespace

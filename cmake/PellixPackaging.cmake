@@ -23,6 +23,8 @@ if(WIN32)
             packaging/windows/pellix.ini
             packaging/windows/README-Windows.txt
             DESTINATION .)
+    # The copyright file, which credits the games the book is made from.
+    install(FILES packaging/copyright DESTINATION . RENAME copyright.txt)
 else()
     # The engine and its tools, the opening book, manual pages in section 6 like Debian's
     # other engines, the engine-list file through which xboard offers Pellix in its Load

@@ -1,16 +1,20 @@
-// Feeds arbitrary text to the PGN reader and the book builder: reading must end, every game
-// must come back with its number, and the board the games are replayed on must stay
-// consistent.
+// Feeds arbitrary text to the PGN reader and the book builder's replay: reading must end,
+// every game must come back with its number, the board the games are replayed on must stay
+// consistent, and a replayed line holds only moves of its first plies, each once.
 #include "book/book_builder.h"
 #include "fuzz_board.h"
 
 #include <cstdint>
 #include <cstdlib>
 #include <string_view>
+#include <vector>
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     SilentBoard& board = fuzzBoard();
-    BookBuilder builder(board, {8, 1});
+    std::vector<PlayedMove> line;
+    const std::string_view text(reinterpret_cast<const char*>(data), size);
+    if (lastGameStart(text) > size)
+        std::abort();
     PgnReader reader(std::string_view(reinterpret_cast<const char*>(data), size));
     PgnGame game;
     std::string detail;
@@ -18,15 +22,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     while (reader.next(game)) {
         if (game.number != ++games || games > int(size))
             std::abort();
-        builder.addGame(game, detail);
+        if (replayGame(board, game, 8, line, detail) != SKIP_NONE ? !line.empty() : line.size() > 8)
+            std::abort();
         for (const char* message : board.checkConsistency())
             if (std::string_view(message).rfind("bad king position", 0) != 0)
                 std::abort();
     }
-    OpeningBook book;
-    builder.fillBook(book);
-    for (const BookNode& node : book.nodes())
-        if (node.moveCount == 0 || node.moveCount > BOOK_NODE_MOVES)
-            std::abort();
     return 0;
 }

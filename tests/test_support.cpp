@@ -9,6 +9,14 @@
 const char* const KIWIPETE_FEN =
     "r3k2r/p1ppqpb1/bn2pnp1/3PN3/1p2P3/2N2Q1p/PPPBBPPP/R3K2R w KQkq - 0 1";
 
+std::string readDataFile(const std::string& name) {
+    std::ifstream in(std::string(PELLIX_DATA_DIR) + "/" + name, std::ios::binary);
+    std::ostringstream text;
+    text << in.rdbuf();
+    EXPECT_FALSE(text.str().empty()) << "no data in " << name;
+    return text.str();
+}
+
 std::vector<PerftCase> loadPerftSuite(const std::string& name) {
     std::vector<PerftCase> suite;
     std::ifstream in(std::string(PELLIX_DATA_DIR) + "/" + name);

@@ -26,6 +26,9 @@ bool hasStandardCastling(const std::string& fen);
 // Every stride-th standard position of a perft suite against its counts up to maxDepth.
 void expectPerftCounts(const std::string& suite, std::size_t maxDepth, std::size_t stride);
 
+// The whole of a file under tests/data; the test fails when it is missing or empty.
+std::string readDataFile(const std::string& name);
+
 // A board with its tables (no transposition table) and the position set; the test fails if
 // the FEN is rejected.
 std::unique_ptr<SilentBoard> boardFrom(const std::string& fen);

@@ -2,14 +2,15 @@
 // integer little-endian. A damaged file never takes the engine down: reading stops at the
 // first record that does not fit and keeps the records before it.
 #include "board/trace.h"
+#include "book/book_io.h"
 #include "book/opening_book.h"
 
+#include <algorithm>
 #include <cstring>
 #include <memory>
 
 namespace {
 
-constexpr std::size_t HEADER_SIZE      = 12; // magic, version, node count
 constexpr std::size_t NODE_HEAD_SIZE   = 12; // key, move count
 constexpr std::size_t MOVE_RECORD_SIZE = 10; // move, count, two percentages
 
@@ -28,18 +29,18 @@ struct FileCloser {
 };
 using FileHandle = std::unique_ptr<std::FILE, FileCloser>;
 
-// An exchange sort, not a stable one: moves of equal count end up in the order it leaves
-// them, and the same games must give a book file identical byte for byte to the files other
-// builds of the engine write, so this is the tie order of every book.
+// Moves of equal count go by move word, so that the file depends only on what the node holds
+// and never on the order its moves came in: a book built in pieces, on any number of threads,
+// is the same file byte for byte.
 void sortMovesByCount(BookNode& node) {
-    const std::uint32_t count = node.moveCount;
-    for (std::uint32_t i = 0; i < count; ++i)
-        for (std::uint32_t j = i + 1; j < count; ++j)
-            if (node.moves[j].count > node.moves[i].count)
-                std::swap(node.moves[i], node.moves[j]);
+    std::sort(node.moves, node.moves + node.moveCount, [](const BookMove& a, const BookMove& b) {
+        return a.count != b.count ? a.count > b.count : a.move < b.move;
+    });
 }
 
-void writeNode(std::vector<std::uint8_t>& out, const BookNode& node) {
+} // namespace
+
+void appendBookNode(std::vector<std::uint8_t>& out, const BookNode& node) {
     writeWord(out, node.keyLow);
     writeWord(out, node.keyHigh);
     writeWord(out, node.moveCount);
@@ -51,12 +52,14 @@ void writeNode(std::vector<std::uint8_t>& out, const BookNode& node) {
     }
 }
 
+namespace {
+
 // Reads the header and then the node records one at a time from `source`, which answers
 // whether it could deliver the bytes asked for. The node count only bounds the loop: a count
 // larger than the file stops at the first short read, with the records before it kept.
 template <typename Source> bool readRecords(OpeningBook& book, Source& source) {
-    std::uint8_t header[HEADER_SIZE];
-    if (!source.read(header, HEADER_SIZE) || std::memcmp(header, "BOOK", 4) != 0)
+    std::uint8_t header[BOOK_HEADER_SIZE];
+    if (!source.read(header, BOOK_HEADER_SIZE) || std::memcmp(header, "BOOK", 4) != 0)
         return false;
     const std::uint32_t nodeCount = readWord(header + 8);
     std::uint8_t record[BOOK_NODE_MOVES * MOVE_RECORD_SIZE];
@@ -118,19 +121,44 @@ bool OpeningBook::loadBook(const char* path) {
 }
 
 bool OpeningBook::saveBook(const char* path) {
-    FileHandle file(path ? std::fopen(path, "wb") : nullptr);
-    if (!file)
+    if (!path)
+        return false;
+    AtomicFile file(path);
+    if (!file.file())
         return false;
     for (BookNode& node : nodeList)
         sortMovesByCount(node);
     sortByKey();
 
-    std::vector<std::uint8_t> bytes;
-    bytes.insert(bytes.end(), {'B', 'O', 'O', 'K'});
-    writeWord(bytes, BOOK_VERSION);
-    writeWord(bytes, std::uint32_t(nodeList.size()));
+    std::vector<std::uint8_t> bytes(BOOK_HEADER_SIZE);
+    writeBookHeader(bytes.data(), std::uint32_t(nodeList.size()));
     for (const BookNode& node : nodeList)
-        writeNode(bytes, node);
-    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size();
-    return std::fclose(file.release()) == 0 && written;
+        appendBookNode(bytes, node);
+    return file.write(bytes.data(), bytes.size()) && file.commit();
+}
+
+void writeBookHeader(std::uint8_t* out, std::uint32_t nodeCount) {
+    std::vector<std::uint8_t> bytes{'B', 'O', 'O', 'K'};
+    writeWord(bytes, BOOK_VERSION);
+    writeWord(bytes, nodeCount);
+    std::memcpy(out, bytes.data(), BOOK_HEADER_SIZE);
+}
+
+const char* checkBookImage(const std::uint8_t* data, std::size_t size, std::size_t& offset) {
+    offset = 0;
+    if (size < BOOK_HEADER_SIZE || std::memcmp(data, "BOOK", 4) != 0)
+        return "not a Pellix book (no BOOK header)";
+    const std::uint32_t nodeCount = readWord(data + 8);
+    offset                        = BOOK_HEADER_SIZE;
+    for (std::uint32_t n = 0; n < nodeCount; ++n) {
+        if (size - offset < NODE_HEAD_SIZE)
+            return "the file ends inside a position";
+        const std::uint32_t moves = readWord(data + offset + 8);
+        if (moves > std::uint32_t(BOOK_NODE_MOVES))
+            return "a position with more than 16 moves";
+        if ((size - offset - NODE_HEAD_SIZE) / MOVE_RECORD_SIZE < moves)
+            return "the file ends inside a position";
+        offset += NODE_HEAD_SIZE + moves * MOVE_RECORD_SIZE;
+    }
+    return offset == size ? nullptr : "bytes after the last position";
 }

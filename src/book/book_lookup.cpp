@@ -28,6 +28,18 @@ const BookNode* lookupBookNode(const OpeningBook& book, std::uint64_t key) {
     }
 }
 
+// The runtime library's rand(), widened to 31 bits where its range is narrower (15 bits in
+// the Windows C library), so that the draw below reaches every count of a book built from
+// more than 65,535 games. Where rand() has 31 bits already it is used as it is.
+std::uint32_t bookRandom() {
+    if constexpr (RAND_MAX >= 0x7FFFFFFF)
+        return std::uint32_t(std::rand());
+    const std::uint32_t low = std::uint32_t(std::rand()) & 0x7FFF;
+    const std::uint32_t mid = std::uint32_t(std::rand()) & 0x7FFF;
+    const std::uint32_t top = std::uint32_t(std::rand()) & 1;
+    return low | mid << 15 | top << 30;
+}
+
 Move chooseBookMove(const OpeningBook& book, std::uint32_t keyLow, std::uint32_t keyHigh) {
     const BookNode* node = lookupBookNode(book, std::uint64_t(keyHigh) << 32 | keyLow);
     if (!node || node->moveCount == 0)
@@ -44,7 +56,7 @@ Move chooseBookMove(const OpeningBook& book, std::uint32_t keyLow, std::uint32_t
         sum += node->moves[i].count;
         if (sum == 0)
             continue;
-        const std::uint64_t draw = std::uint32_t(std::rand()) + std::uint32_t(std::rand());
+        const std::uint64_t draw = std::uint64_t(bookRandom()) + bookRandom();
         if (draw % sum < node->moves[i].count)
             chosen = i;
     }

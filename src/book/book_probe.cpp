@@ -27,8 +27,12 @@ Move ChessBoard::probeBook() {
     const Move wanted = chooseBookMove(*book, std::uint32_t(hashKey), std::uint32_t(hashKey >> 32));
     if (wanted == NO_MOVE)
         return NO_MOVE;
+    return legalBookMove(*this, wanted);
+}
+
+Move legalBookMove(ChessBoard& board, Move wanted) {
     MoveEntry list[MAX_GENERATED];
-    const int count = generateLegalMoves(list);
+    const int count = board.generateLegalMoves(list);
     for (int i = 0; i < count; ++i) {
         const Move m = list[i].move;
         if (moveFrom(m) == moveFrom(wanted) && moveTo(m) == moveTo(wanted) &&

@@ -41,17 +41,23 @@ GameMoveStatus readGameMove(ChessBoard& board, std::string_view token, Move& mov
     if (!readSan(token, san, SanSpelling::GAME_FILE, board.side()))
         return GAME_MOVE_UNREADABLE;
     MoveEntry list[MAX_GENERATED];
-    int count           = board.generatePseudoLegalMoves(list);
+    const int count     = board.generatePseudoLegalMoves(list);
     const Square picked = san.castle ? -1 : pickedOrigin(san, list, count);
     if (!san.castle && picked < 0)
         return GAME_MOVE_NO_SUCH;
 
-    count      = board.generateLegalMoves(list);
-    int others = 0;
+    // Only the moves the text can mean are tried for legality: one make instead of one per
+    // move of the position, which is most of the time a book build takes.
+    int others = 0, meant = 0;
     Move other = NO_MOVE;
     for (int i = 0; i < count; ++i) {
         const Move m = list[i].move;
         if (!san.means(m))
+            continue;
+        ++meant;
+        const bool legal = board.makeMove(m);
+        board.unmakeMove(m);
+        if (!legal)
             continue;
         // The reader's own pick, when it is legal, is what the text means.
         if (san.castle || moveFrom(m) == picked) {
@@ -68,9 +74,5 @@ GameMoveStatus readGameMove(ChessBoard& board, std::string_view token, Move& mov
     if (others > 1)
         return GAME_MOVE_AMBIGUOUS;
     // No legal move fits: the text is illegal when a piece could play it but for its king.
-    count = board.generatePseudoLegalMoves(list);
-    for (int i = 0; i < count; ++i)
-        if (san.means(list[i].move))
-            return GAME_MOVE_ILLEGAL;
-    return GAME_MOVE_NO_SUCH;
+    return meant ? GAME_MOVE_ILLEGAL : GAME_MOVE_NO_SUCH;
 }

@@ -72,9 +72,27 @@ private:
     std::unordered_map<std::uint64_t, std::size_t> index;
 };
 
+// The file's 12-byte header (magic, version, node count), and one node record as saveBook
+// writes it (its moves sorted by the caller: by count, highest first, then by move word),
+// for writers that stream a book instead of holding it.
+constexpr std::size_t BOOK_HEADER_SIZE = 12;
+void writeBookHeader(std::uint8_t* out, std::uint32_t nodeCount);
+void appendBookNode(std::vector<std::uint8_t>& out, const BookNode& node);
+// Null when the image is a whole book: the header, exactly the node records it announces,
+// none with more than 16 moves. Otherwise what is wrong, with `offset` where it shows. The
+// engine is more forgiving (it keeps the records before any damage); the tools refuse.
+const char* checkBookImage(const std::uint8_t* data, std::size_t size, std::size_t& offset);
+
 // The node of the key as the engine's lookup finds it in a book sorted by key, or null. The
 // search rule never looks at the first or the last node unless it lands on it as a midpoint.
 const BookNode* lookupBookNode(const OpeningBook& book, std::uint64_t key);
-// A move of the key's node drawn in proportion to the counts, with the runtime library's
-// rand(); 0 when the lookup finds no node or the node has no move.
+// The legal move of the board a book move stands for (same squares, piece and promotion), or
+// NO_MOVE: what the engine plays and what an export follows.
+class ChessBoard;
+Move legalBookMove(ChessBoard& board, Move wanted);
+
+// A random number of 31 bits from the runtime library's rand(), on every system.
+std::uint32_t bookRandom();
+// A move of the key's node drawn in proportion to the counts, with bookRandom(); 0 when the
+// lookup finds no node or the node has no move.
 Move chooseBookMove(const OpeningBook& book, std::uint32_t keyLow, std::uint32_t keyHigh);

@@ -50,6 +50,29 @@ GameResult parseResult(std::string_view text) {
     return RESULT_UNKNOWN;
 }
 
+std::size_t lastGameStart(std::string_view text) {
+    for (std::size_t at = text.rfind("\n["); at != std::string_view::npos && at > 0;
+         at             = text.rfind("\n[", at - 1)) {
+        std::size_t end = at; // the end of the line before
+        while (end > 0 && text[end - 1] == '\r')
+            --end;
+        if (end > 0 && text[end - 1] == '\n')
+            return at + 1;
+    }
+    for (std::size_t end = text.rfind('\n'); end != std::string_view::npos && end > 0;
+         end             = text.rfind('\n', end - 1)) {
+        std::size_t last = end;
+        while (last > 0 && isBlank(text[last - 1]))
+            --last;
+        std::size_t first = last;
+        while (first > 0 && !isBlank(text[first - 1]))
+            --first;
+        if (isTerminationMarker(text.substr(first, last - first)))
+            return end + 1;
+    }
+    return 0;
+}
+
 bool PgnReader::next(PgnGame& game) {
     game = PgnGame{};
     skipBlanks();

@@ -39,4 +39,10 @@ private:
     int gamesRead  = 0;
 };
 
-GameResult parseResult(std::string_view text); // "1-0", "0-1", "1/2-1/2"; otherwise unknown
+GameResult parseResult(std::string_view text);
+
+// Where the text can be cut so that a game begins behind the cut: at the last tag line that
+// follows a blank line, or else behind the last line that ends with a termination marker
+// (game files without tags); 0 when there is no such place. Reading the two parts one after
+// the other gives the games of the whole text.
+std::size_t lastGameStart(std::string_view text); // "1-0", "0-1", "1/2-1/2"; otherwise unknown
