@@ -3,6 +3,8 @@
 // shifts or masks a move word itself.
 #pragma once
 
+#include "platform/pop_count.h"
+
 #include <bit>
 #include <cstdint>
 
@@ -29,9 +31,6 @@ constexpr Bitboard bit(Square s) {
     return Bitboard{1} << s;
 }
 
-inline int popCount(Bitboard b) {
-    return std::popcount(b);
-}
 inline Square lowestSquare(Bitboard b) {
     return std::countr_zero(b);
 }
