@@ -6,10 +6,7 @@
 bool ChessBoard::isAttackedWithout(Square removed, Square square, Color by) const {
     Occupancy occ = occupancy();
     occ.remove(removed);
-    return (pawnAttack[opponent(by)][square] & bbPiece[by][PAWN]) ||
-           (knightAttack[square] & bbPiece[by][KNIGHT]) ||
-           (occ.bishopAttacks(square) & diagonalSliders(by)) ||
-           (occ.rookAttacks(square) & lineSliders(by)) || (kingAttack[square] & bbPiece[by][KING]);
+    return attackedIn(occ, square, by, bbPiece[by]);
 }
 
 // Whether the piece of `colour` on `square` shields its king from an enemy slider on the
