@@ -5,7 +5,7 @@
 // run, so that the ratio means something on a shared machine.
 #include "bench.h"
 #include "board/make_engine.h"
-#include "tools/silent_board.h"
+#include "board/silent_board.h"
 
 #include <cinttypes>
 #include <cstdio>

@@ -11,8 +11,9 @@
 // king's side owns it, a possible discovered check when the slider's side does. `blocker` is
 // the piece's bit. Inlined always, as perft asks it at every leaf.
 template <class Found>
-[[gnu::always_inline]] inline void forEachLoneBlocker(const Position& p, Square king, Color sliderSide, Color blockerSide,
-                        Found found) {
+[[gnu::always_inline]] inline void forEachLoneBlocker(const Position& p, Square king,
+                                                      Color sliderSide, Color blockerSide,
+                                                      Found found) {
     Bitboard sliders =
         ((rankAttack[king][0] | fileAttack[king][0]) & p.lineSliders(sliderSide)) |
         ((diagAttack45R[king][0] | diagAttack45L[king][0]) & p.diagonalSliders(sliderSide));
@@ -56,7 +57,7 @@ template <Color US> Square enPassantTarget(const Position& p) {
 // gives them from what it knows.
 template <Color US, class Attacked, class Add>
 void forEachCastle(const Position& p, Attacked attacked, Add add) {
-    using S             = Side<US>;
+    using S               = Side<US>;
     constexpr Square home = S::KING_HOME;
     if (!(p.castleRights & (S::SHORT_RIGHT | S::LONG_RIGHT)) || !(movingKing(p, US) & bit(home)))
         return;

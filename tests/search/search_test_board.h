@@ -2,7 +2,7 @@
 #pragma once
 
 #include "board/make_engine.h"
-#include "tools/silent_board.h"
+#include "board/silent_board.h"
 
 #include <gtest/gtest.h>
 #include <memory>

@@ -1,10 +1,10 @@
 // pellix-book: makes the engine's opening book from PGN games and looks inside books. Problems
 // with the input go to standard error, listings and progress to standard output.
 #include "board/make_engine.h"
+#include "board/silent_board.h"
 #include "book/book_builder.h"
 #include "book/game_moves.h"
 #include "platform/terminal.h"
-#include "tools/silent_board.h"
 
 #include <cstdio>
 #include <cstdlib>

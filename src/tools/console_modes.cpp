@@ -1,6 +1,6 @@
 // The perft and divide modes: the console table or listing from the initial position or
 // from the FEN given on the command line.
-#include "tools/test_modes.h"
+#include "tools/console_modes.h"
 
 #include "board/chess_board.h"
 #include "tools/perft_output.h"
