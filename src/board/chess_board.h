@@ -127,7 +127,7 @@ public:
     std::uint64_t perft(int depth, int listStart);
     void perftStats(int depth, int listStart);
     int divide(int depth); // fills divideRows, returns the number of rows
-    // The engine's own reports of the same walks (tools/perft_output.cpp): each depth's
+    // The engine's own reports of the same walks (tools/console_modes.cpp): each depth's
     // counters stored in perftRows and the profile printed; divide one ply deeper than
     // asked. They write to the trace, not the console, where printPerftTable and
     // printDivideListing write what users see.

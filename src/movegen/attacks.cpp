@@ -1,6 +1,5 @@
 // Attack questions beyond the plain "is this square attacked" of the position: the x-ray
-// test of perft's king moves, the pin test of the move-generation toolkit and the
-// insufficient-material test of the evaluation's endgame draw.
+// test that perft judges king steps with, and the toolkit's pin test.
 #include "board/chess_board.h"
 
 bool ChessBoard::isAttackedWithout(Square removed, Square square, Color by) const {
@@ -41,12 +40,4 @@ bool ChessBoard::isPinned(Square square, Color colour) const {
         return false;
     }
     return (line & bbPiece[colour][KING] & bit(king)) && (line & sliders);
-}
-
-bool ChessBoard::cannotWin(Color colour) const {
-    const Bitboard* own = bbPiece[colour];
-    if (own[PAWN] || own[ROOK] || own[QUEEN])
-        return false;
-    const int bishops = popCount(own[BISHOP]), knights = popCount(own[KNIGHT]);
-    return bishops <= 1 && knights <= 2 && !(bishops && knights);
 }

@@ -1,16 +1,15 @@
 // What the three searches share: one node's working state, the node-type alternation, the
-// move picker, the extension rule, the table cut-off rule and the cheap part of the
-// stop-and-poll step that every node takes first.
+// move picker, the extension rule and the cheap part of the stop-and-poll step that every
+// node takes first.
 #pragma once
 
 #include "board/chess_board.h"
+#include "search/transposition_table.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
 
-// A score no table entry can hold: "the table gives no cut-off".
-constexpr int NO_CUTOFF = 123456;
 // A full-width node deeper than this only evaluates; quiescence stops one ply later. Both
 // keep every per-ply array (PV, killers, move stack) inside its MAX_PLY rows.
 constexpr int DEEPEST_SEARCH_PLY     = MAX_PLY - 2;
@@ -64,21 +63,6 @@ inline int moveExtension(Move m, bool givesCheck, bool mateThreat) {
     if (moveCaptured(m) >= KNIGHT && moveCaptured(m) == movePiece(m))
         extension += 6;
     return std::min(extension, ONE_PLY);
-}
-
-// What a table entry proves for the window, or NO_CUTOFF.
-inline int tableCutoff(std::uint32_t info, int alpha, int beta) {
-    const int score = infoScore(info);
-    switch (infoBound(info)) {
-    case BOUND_EXACT:
-        return score;
-    case BOUND_UPPER:
-        return score <= alpha ? alpha : NO_CUTOFF;
-    case BOUND_LOWER:
-        return score >= beta ? beta : NO_CUTOFF;
-    default:
-        return NO_CUTOFF;
-    }
 }
 
 // The move followed by the child's line becomes this node's line.

@@ -30,9 +30,10 @@ double microsSince(std::int64_t start) {
     return double(performanceCounter() - start) * 1e6 / double(performanceFrequency());
 }
 
-// The clock-mode stop rules after a completed iteration; true to stop. With one legal move
+// The clock-mode stop rules after a completed iteration, with what each decision does to the
+// board; true to stop. With one legal move
 // the first iteration's move is played.
-bool clockRuleStops(ChessBoard& board, Iterations& it, int score, double iterationTime) {
+bool stopAfterIteration(ChessBoard& board, Iterations& it, int score, double iterationTime) {
     const IterationClock clock = {board.singleMove, score,         it.depth,
                                   board.timeLimit,  iterationTime, it.total};
     switch (clockRuleStops(clock, it.mateCount)) {
@@ -83,7 +84,7 @@ bool iterate(ChessBoard& board, Iterations& it, int depthLimit) {
         trace("max depth reached");
         board.stopSearch = 1;
     }
-    if (board.limits.timeMode == TIME_CLOCK && clockRuleStops(board, it, score, iterationTime))
+    if (board.limits.timeMode == TIME_CLOCK && stopAfterIteration(board, it, score, iterationTime))
         board.stopSearch = 1;
     if (!it.failed)
         board.bestMove = pv.moves[0];
