@@ -10,7 +10,7 @@ ChessBoard::ChessBoard() : Position{} {
     // that led here", which at a root without moves is this spare one.
     historyStore.reset(new HistoryRecord[HISTORY_CAPACITY + 1]());
     history = historyStore.get() + 1;
-    std::memset(historyTable, 0, sizeof historyTable);
+    clearOrderingTables();
     std::memset(takenPieces, 0, sizeof takenPieces);
     std::memset(moveStack, 0, sizeof moveStack);
     std::memset(repetitionStack, 0, sizeof repetitionStack);

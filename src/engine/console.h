@@ -21,4 +21,3 @@ public:
 protected:
     ~Console() = default;
 };
-

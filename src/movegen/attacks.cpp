@@ -9,8 +9,7 @@ bool ChessBoard::isAttackedWithout(Square removed, Square square, Color by) cons
 }
 
 // Whether the piece of `colour` on `square` shields its king from an enemy slider on the
-// line through both. Part of the toolkit for callers outside the search; perft gathers all
-// pins of a position at once instead, and make decides legality for everyone else.
+// line through both: the line it stands on, seen from it, holds its king and such a slider.
 bool ChessBoard::isPinned(Square square, Color colour) const {
     const Square king = kingSquare[colour];
     Bitboard line;

@@ -1,6 +1,7 @@
 // The root of one iteration: every legal move searched, the first with the full window and
 // the others with a null window first; no draw test, no pruning and no reduction here.
 #include "board/chess_board.h"
+#include "movegen/ordering.h"
 #include "search/search_node.h"
 
 int ChessBoard::searchRoot(int depth, int alpha, int beta, PrincipalVariation& pv) {
@@ -23,7 +24,7 @@ int ChessBoard::searchRoot(int depth, int alpha, int beta, PrincipalVariation& p
     BoundType bound = BOUND_UPPER;
     int legal       = 0;
     for (int i = 0; i < count; ++i) {
-        pickNext(list, i, count);
+        pickMove(list, i, count);
         const Move m = list[i].move;
         if (!makeMove(m)) {
             unmakeMove(m);

@@ -40,18 +40,6 @@ inline HistoryRecord& currentRecord(ChessBoard& board) {
     return board.history[std::ptrdiff_t(board.historyCount) - 1];
 }
 
-// Selection sort, one step at a time: most nodes cut off after a move or two, so sorting
-// the whole list first would be wasted. The first of equal scores wins, which keeps the
-// generator's order among equals.
-inline void pickNext(MoveEntry* list, int index, int count) {
-    int best = index;
-    for (int i = index + 1; i < count; ++i)
-        if (list[i].score > list[best].score)
-            best = i;
-    if (best != index)
-        std::swap(list[index], list[best]);
-}
-
 // Extra depth for a move, in eighths: a check, a mate threat against the mover, a pawn
 // reaching the seventh rank and a like-for-like exchange of pieces; never more than a ply.
 inline int moveExtension(Move m, bool givesCheck, bool mateThreat) {

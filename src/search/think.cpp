@@ -7,7 +7,6 @@
 #include "search/search_node.h"
 
 #include <cstdlib>
-#include <cstring>
 #include <ctime>
 
 namespace {
@@ -95,10 +94,7 @@ bool iterate(ChessBoard& board, Iterations& it, int depthLimit) {
 } // namespace
 
 void ChessBoard::resetSearchTables() {
-    std::memset(killerMove1, 0, sizeof killerMove1);
-    std::memset(killerMove2, 0, sizeof killerMove2);
-    std::memset(mateKiller, 0, sizeof mateKiller);
-    std::memset(historyTable, 0, sizeof historyTable);
+    clearOrderingTables();
     pollCounter = 0;
     stopSearch  = 0;
 }
@@ -178,15 +174,12 @@ bool ChessBoard::startThinking() {
     return think();
 }
 
-// The stop-and-poll step every node takes first (nodeMustStop), for a caller outside the
-// node loop: a front end that drives the search from its own loop asks it between calls.
-// It sits beside the iterations rather than with the clock, whose poll the step calls.
+// The step every node takes first (nodeMustStop), beside the iterations rather than with
+// the clock, whose poll the step calls.
 bool ChessBoard::checkTime() {
     return !nodeMustStop(*this);
 }
 
-// startThinking as a thread routine, for a front end that runs the search on a thread of
-// its own: it seeds the random numbers (the book's choice) and thinks.
 unsigned long ChessBoard::startThinkingThread(void* engine) {
     std::srand(unsigned(std::time(nullptr)));
     static_cast<ChessBoard*>(engine)->think();

@@ -62,8 +62,7 @@ int runDivideMode(ChessBoard& engine, int depth, const char* fen) {
     return 1;
 }
 
-// No command reaches these: they are the walks as the engine reports them to its trace,
-// which says nothing, with the profile printed after the perft rows.
+// The engine's trace reports of the same walks (kept API, see chess_board.h).
 void ChessBoard::perftReport(int deepest) {
     trace("Perft result :\n");
     for (int depth = 1; depth <= deepest; ++depth) {
