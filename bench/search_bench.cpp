@@ -6,6 +6,7 @@
 #include "bench.h"
 #include "board/make_engine.h"
 #include "board/silent_board.h"
+#include "search/transposition_table.h"
 
 #include <cinttypes>
 #include <cstdio>
@@ -111,7 +112,7 @@ int benchSearch(int argc, char** argv) {
     int index               = 0;
     for (const char* fen : positions) {
         board->setPosition(fen);
-        board->hashTable.clear();
+        board->hashTable->clear();
         board->limits.setTimeMode(TIME_DEPTH, depth);
         const double start = benchSeconds();
         board->think();

@@ -4,7 +4,8 @@
 
 #include <cstring>
 
-ChessBoard::ChessBoard() : Position{} {
+ChessBoard::ChessBoard() : Position{}, hashTable(nullptr, nullptr) {
+    resizeHashTable(0);
     initGeometry();
     // One record in front of the first: the search reads and writes "the record of the move
     // that led here", which at a root without moves is this spare one.
@@ -26,9 +27,9 @@ void ChessBoard::initTables(int hashMegabytes_) {
     std::memset(historyStore.get(), 0, sizeof(HistoryRecord) * (HISTORY_CAPACITY + 1));
     initZobrist();
     hashMegabytes = hashMegabytes_;
-    hashTable.init(std::uint32_t(hashMegabytes_ < 0 ? 0 : hashMegabytes_));
+    resizeHashTable(std::uint32_t(hashMegabytes_ < 0 ? 0 : hashMegabytes_));
 }
 
 void ChessBoard::releaseTables() {
-    hashTable.release();
+    releaseHashTable();
 }

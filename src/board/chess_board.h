@@ -13,12 +13,12 @@
 #include "eval/eval_info.h"
 #include "eval/pawn_cache.h"
 #include "search/search_limits.h"
-#include "search/transposition_table.h"
 
 #include <cstdint>
 #include <memory>
 
 struct SearchNode; // search/search_node.h
+struct HashTable;  // search/transposition_table.h
 class OpeningBook; // book/opening_book.h
 
 // The initial position of every game.
@@ -192,7 +192,12 @@ public:
     int validPrefix(const PrincipalVariation& pv);
     void playChosenMove();
 
-    HashTable hashTable;
+    // The transposition table, behind a pointer so that a change to its packing rebuilds the
+    // search alone: made empty with the engine, sized by initTables and emptied by
+    // releaseTables through these two (search/transposition_table.cpp).
+    void resizeHashTable(std::uint32_t megabytes);
+    void releaseHashTable();
+    std::unique_ptr<HashTable, void (*)(HashTable*)> hashTable;
     int hashMegabytes                     = 0;
     PrincipalVariation principalVariation = {};
     Move bestMove                         = NO_MOVE;

@@ -116,8 +116,8 @@ void ChessBoard::seedTable(int depth) {
     const int count              = int(std::min<std::uint32_t>(pv.count, MAX_PLY));
     int made                     = 0;
     for (; made < count && isMoveValid(pv.moves[made]); ++made) {
-        hashTable.store(hashKey, pv.moves[made], BOUND_EXACT, depth * ONE_PLY - ONE_PLY * made,
-                        pv.scores[made]);
+        hashTable->store(hashKey, pv.moves[made], BOUND_EXACT, depth * ONE_PLY - ONE_PLY * made,
+                         pv.scores[made]);
         makeMove(pv.moves[made]);
     }
     while (made > 0)
