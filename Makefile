@@ -141,8 +141,8 @@ test-windows: windows
 # as the native build does.
 SAME_SIGNATURE = test "$$($(1) search 6 0 | tr -d '\r' | tail -1)" = "$$($(BUILD_DIR)/pellix-bench search 6 0 | tail -1)"
 
-# The x86-64 engine on a processor without POPCNT (qemu's Core 2 model), where it must take
-# its baseline copy: the command-line modes and the UCI sessions (the perft rows, the
+# The x86-64 engine on a processor without POPCNT (qemu's Core 2 model), where it must count
+# bits without the instruction: the command-line modes and the UCI sessions (the perft rows, the
 # handshake, a search to a depth, "quit"), and the bench. The timed commands during a search
 # are left to the arm64 run: emulated twice over on a busy machine they miss their waits.
 test-core2: all

@@ -3,7 +3,7 @@
 // breakdown of each position's evaluation.
 #include "bench.h"
 #include "board/make_engine.h"
-#include "tools/silent_board.h"
+#include "board/silent_board.h"
 
 #include <cstdint>
 #include <cstdio>

@@ -4,7 +4,7 @@
 // shared machine falls on all of them alike.
 #include "bench.h"
 #include "board/make_engine.h"
-#include "tools/silent_board.h"
+#include "board/silent_board.h"
 
 #include <algorithm>
 #include <cinttypes>

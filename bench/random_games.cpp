@@ -3,7 +3,7 @@
 // them has as many distinct positions as plies: the worst case for the builder's memory.
 #include "bench.h"
 #include "board/make_engine.h"
-#include "tools/silent_board.h"
+#include "board/silent_board.h"
 
 #include <cstdio>
 #include <cstdlib>

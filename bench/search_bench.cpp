@@ -5,7 +5,8 @@
 // run, so that the ratio means something on a shared machine.
 #include "bench.h"
 #include "board/make_engine.h"
-#include "tools/silent_board.h"
+#include "board/silent_board.h"
+#include "search/transposition_table.h"
 
 #include <cinttypes>
 #include <cstdio>
@@ -111,7 +112,7 @@ int benchSearch(int argc, char** argv) {
     int index               = 0;
     for (const char* fen : positions) {
         board->setPosition(fen);
-        board->hashTable.clear();
+        board->hashTable->clear();
         board->limits.setTimeMode(TIME_DEPTH, depth);
         const double start = benchSeconds();
         board->think();

@@ -3,7 +3,7 @@
 #pragma once
 
 #include "board/make_engine.h"
-#include "tools/silent_board.h"
+#include "board/silent_board.h"
 
 inline SilentBoard& fuzzBoard() {
     static SilentBoard* board = makeEngine<SilentBoard>(0).release();

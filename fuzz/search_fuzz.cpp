@@ -2,8 +2,8 @@
 // and feeds the same text to the EPD line reader: nothing may crash, and the board must be
 // as it was once the played move is taken back.
 #include "board/make_engine.h"
+#include "board/silent_board.h"
 #include "tools/epd_suite.h"
-#include "tools/silent_board.h"
 
 #include <cstdint>
 #include <cstdlib>

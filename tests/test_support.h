@@ -2,7 +2,7 @@
 // the legal moves of a position.
 #pragma once
 
-#include "tools/silent_board.h"
+#include "board/silent_board.h"
 
 #include <cstdint>
 #include <memory>

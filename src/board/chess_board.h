@@ -13,12 +13,12 @@
 #include "eval/eval_info.h"
 #include "eval/pawn_cache.h"
 #include "search/search_limits.h"
-#include "search/transposition_table.h"
 
 #include <cstdint>
 #include <memory>
 
 struct SearchNode; // search/search_node.h
+struct HashTable;  // search/transposition_table.h
 class OpeningBook; // book/opening_book.h
 
 // The initial position of every game.
@@ -116,9 +116,8 @@ public:
     // The legal moves only, in generation order; the board is left exactly as it was.
     int generateLegalMoves(MoveEntry* list);
     bool isMoveValid(Move m); // a legal move of this position
+    // Whether `by` attacks `square` with the piece on `removed` lifted off (perft's king steps).
     bool isAttackedWithout(Square removed, Square square, Color by) const;
-    bool isPinned(Square square, Color colour) const;
-    bool cannotWin(Color colour) const;
 
     MoveEntry moveStack[MOVE_STACK_SIZE];
     std::uint8_t gameStatus = STATUS_NORMAL;
@@ -127,12 +126,6 @@ public:
     std::uint64_t perft(int depth, int listStart);
     void perftStats(int depth, int listStart);
     int divide(int depth); // fills divideRows, returns the number of rows
-    // The engine's own reports of the same walks (tools/perft_output.cpp): each depth's
-    // counters stored in perftRows and the profile printed; divide one ply deeper than
-    // asked. They write to the trace, not the console, where printPerftTable and
-    // printDivideListing write what users see.
-    void perftReport(int deepest);
-    int divideReport(int depth);
 
     PerftCounters perftCounters                 = {};
     PerftCounters perftRows[MAX_PERFT_ROWS + 1] = {}; // by depth, 1 to MAX_PERFT_ROWS
@@ -149,13 +142,13 @@ public:
     void pickMove(MoveEntry* list, int index, int count) const;
     void settleExchange(MoveEntry& entry) const;
     int see(Move m) const;
-    // The whole slice in descending score order at once, for a caller that wants a list
-    // sorted; the searches pick one move at a time instead.
-    static void sortMoves(MoveEntry* list, int first, int count);
 
-    Move killerMove1[MAX_PLY] = {};
-    Move killerMove2[MAX_PLY] = {};
-    Move mateKiller[MAX_PLY]  = {};
+    // Forgets the killers and the history counts: a new position, a new search.
+    void clearOrderingTables();
+
+    Move killerMove1[MAX_PLY];
+    Move killerMove2[MAX_PLY];
+    Move mateKiller[MAX_PLY];
     std::int32_t historyTable[2][64][64];
 
     // --- Evaluation (eval/) -----------------------------------------------------------------
@@ -163,6 +156,8 @@ public:
     int evaluate(int alpha, int beta, int lazy);
     // The full evaluation with each term group's White and Black sums, for the diagnostic.
     int evaluateTerms(EvalTerms& terms);
+    // Too little material to mate with (the endgame draw; eval/evaluate.cpp).
+    bool cannotWin(Color colour) const;
     EvalInfo evalInfo; // attack maps and pawn data of the last full evaluation
     PawnCache pawnCache;
 
@@ -173,10 +168,6 @@ public:
     int quiesce(int ply, int moveBase, int alpha, int beta, bool exactEval);
     bool think();
     bool startThinking();
-    static unsigned long startThinkingThread(void* engine); // think, as a thread routine
-    // False when the search must stop: the stop-and-poll step the nodes take, for a caller
-    // outside them (the nodes take it through nodeMustStop, not through this).
-    bool checkTime();
 
     // The steps of one full-width node and of the iterations (search/alpha_beta.cpp,
     // search/root.cpp, search/think.cpp, search/time_control.cpp).
@@ -201,7 +192,12 @@ public:
     int validPrefix(const PrincipalVariation& pv);
     void playChosenMove();
 
-    HashTable hashTable;
+    // The transposition table, behind a pointer so that a change to its packing rebuilds the
+    // search alone: made empty with the engine, sized by initTables and emptied by
+    // releaseTables through these two (search/transposition_table.cpp).
+    void resizeHashTable(std::uint32_t megabytes);
+    void releaseHashTable();
+    std::unique_ptr<HashTable, void (*)(HashTable*)> hashTable;
     int hashMegabytes                     = 0;
     PrincipalVariation principalVariation = {};
     Move bestMove                         = NO_MOVE;
@@ -234,6 +230,28 @@ public:
     // more of the book than its name.
     std::unique_ptr<OpeningBook, void (*)(OpeningBook*)> book{nullptr, nullptr};
     bool bookEnabled = false;
+
+    // --- Kept API ---------------------------------------------------------------------------
+    // The engine's toolkit as it has always offered it, though no path of this engine reaches
+    // it: the tests hold each to its rule. Like the reserved hooks below and the profiler
+    // (tools/profiler.h), it stays for front ends and tools built on the engine object.
+    // Whether the piece of `colour` on `square` is pinned to its king (movegen/attacks.cpp);
+    // perft gathers a position's pins at once instead, and make decides legality elsewhere.
+    bool isPinned(Square square, Color colour) const;
+    // The whole slice in descending score order at once (movegen/ordering.cpp); the searches
+    // pick one move at a time instead.
+    static void sortMoves(MoveEntry* list, int first, int count);
+    // False when the search must stop: the nodes' stop-and-poll step, for a front end that
+    // drives the search from its own loop (search/think.cpp).
+    bool checkTime();
+    // startThinking as a thread routine, seeding the book's random choice first.
+    static unsigned long startThinkingThread(void* engine);
+    // The perft and divide walks as the engine reports them to its trace, which says nothing
+    // (tools/console_modes.cpp): each depth's counters stored in perftRows and the profile
+    // printed; divide one ply deeper than asked. Users see printPerftTable and
+    // printDivideListing.
+    void perftReport(int deepest);
+    int divideReport(int depth);
 
     // --- Hooks, in their fixed slot order ---------------------------------------------------
     virtual void hookReserved2()                    = 0;

@@ -182,10 +182,7 @@ int ChessBoard::setPosition(const char* text) {
     kingSquare[BLACK]                                          = 60;
     kingSquare[WHITE]                                          = 4;
     historyCount                                               = 0;
-    std::memset(killerMove1, 0, sizeof killerMove1);
-    std::memset(killerMove2, 0, sizeof killerMove2);
-    std::memset(mateKiller, 0, sizeof mateKiller);
-    std::memset(historyTable, 0, sizeof historyTable);
+    clearOrderingTables();
 
     material[WHITE] = material[BLACK] = 0;
     int totalPhase                    = 0;

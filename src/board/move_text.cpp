@@ -34,13 +34,6 @@ void writeEnding(char* out, Move m) {
     *out = 0;
 }
 
-bool isFileLetter(char c) {
-    return c >= 'a' && c <= 'h';
-}
-bool isRankDigit(char c) {
-    return c >= '1' && c <= '8';
-}
-
 } // namespace
 
 void ChessBoard::moveToCoordinates(Move m, char* out, bool withPromotion) {

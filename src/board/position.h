@@ -26,6 +26,16 @@ constexpr std::uint8_t stageOfPhase(int phase) {
     return phase >= 21 ? 0 : phase >= 9 ? 1 : phase >= 1 ? 2 : 3;
 }
 
+// Whether the pieces of `by` (its boards, by piece type) attack square s on a board occupied as
+// `occ` says: pawns, knights, diagonal sliders, line sliders, king, tested in that order and
+// stopping at the first hit. Callers that look through a piece, or at the board as a move
+// will leave it, pass their own occupancy and pieces.
+inline bool attackedIn(const Occupancy& occ, Square s, Color by, const Bitboard* pieces) {
+    return (pawnAttack[opponent(by)][s] & pieces[PAWN]) || (knightAttack[s] & pieces[KNIGHT]) ||
+           (occ.bishopAttacks(s) & (pieces[BISHOP] | pieces[QUEEN])) ||
+           (occ.rookAttacks(s) & (pieces[ROOK] | pieces[QUEEN])) || (kingAttack[s] & pieces[KING]);
+}
+
 struct Position {
     Bitboard bbAllPiece;
     Bitboard bbAllPiece90R;
@@ -96,12 +106,8 @@ struct Position {
     Bitboard diagonalSliders(Color c) const { return bbPiece[c][BISHOP] | bbPiece[c][QUEEN]; }
     Bitboard lineSliders(Color c) const { return bbPiece[c][ROOK] | bbPiece[c][QUEEN]; }
 
-    // Whether `by` attacks square s: pawns, knights, diagonal sliders, line sliders, king,
-    // tested in that order and stopping at the first hit.
     bool isAttacked(Square s, Color by) const {
-        return (pawnAttack[opponent(by)][s] & bbPiece[by][PAWN]) ||
-               (knightAttack[s] & bbPiece[by][KNIGHT]) || (diagAttacks(s) & diagonalSliders(by)) ||
-               (rookAttacks(s) & lineSliders(by)) || (kingAttack[s] & bbPiece[by][KING]);
+        return attackedIn(occupancy(), s, by, bbPiece[by]);
     }
     bool sideToMoveInCheck() const { return isAttacked(kingSquare[sideToMove], opponent(side())); }
 

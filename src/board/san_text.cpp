@@ -7,12 +7,6 @@ namespace {
 // By Piece.
 constexpr char PIECE_LETTERS[] = "  NBRQK";
 
-bool isFileLetter(char c) {
-    return c >= 'a' && c <= 'h';
-}
-bool isRankDigit(char c) {
-    return c >= '1' && c <= '8';
-}
 bool isOneOf(char c, std::string_view set) {
     return set.find(c) != std::string_view::npos;
 }

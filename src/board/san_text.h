@@ -8,6 +8,14 @@
 
 #include <string_view>
 
+// A square's file letter and rank digit, as the text of every move and FEN names them.
+constexpr bool isFileLetter(char c) {
+    return c >= 'a' && c <= 'h';
+}
+constexpr bool isRankDigit(char c) {
+    return c >= '1' && c <= '8';
+}
+
 // Upper case in algebraic text, lower case for a promotion in coordinates; pawns have none.
 char pieceLetter(Piece p);
 // The piece a pawn becomes for its letter (upper case in SAN, lower in coordinates), or EMPTY.

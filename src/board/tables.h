@@ -93,13 +93,6 @@ extern Bitboard fileAttack[64][64];
 extern Bitboard diagAttack45R[64][64];
 extern Bitboard diagAttack45L[64][64];
 
-// Squares that must be empty for castling: White long b1 c1 d1, White short f1 g1, Black
-// long b8 c8 d8, Black short f8 g8.
-constexpr Bitboard castlePathWhiteLong  = bit(1) | bit(2) | bit(3);
-constexpr Bitboard castlePathWhiteShort = bit(5) | bit(6);
-constexpr Bitboard castlePathBlackLong  = bit(57) | bit(58) | bit(59);
-constexpr Bitboard castlePathBlackShort = bit(61) | bit(62);
-
 // A square's bit in each of the four occupancy boards, side by side in the order Position
 // keeps them, so a piece appearing or vanishing costs four XORs from one table row.
 struct alignas(32) OccupancyBits {

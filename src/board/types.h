@@ -1,7 +1,10 @@
 // The words every subsystem shares: squares, bitboards, colours, pieces and the packed move
-// word. The bit layout of a move is described here once, in the accessors; no other file
-// shifts or masks a move word itself.
+// word. The bit layout of a move is described here once, in the accessors, for bits 0-25;
+// the move orderer keeps its own marks in bits 30-31 of the words in its lists
+// (movegen/ordering.h), which no move uses.
 #pragma once
+
+#include "platform/pop_count.h"
 
 #include <bit>
 #include <cstdint>
@@ -29,9 +32,6 @@ constexpr Bitboard bit(Square s) {
     return Bitboard{1} << s;
 }
 
-inline int popCount(Bitboard b) {
-    return std::popcount(b);
-}
 inline Square lowestSquare(Bitboard b) {
     return std::countr_zero(b);
 }
@@ -55,7 +55,8 @@ constexpr int CASTLE_WHITE_SHORT = 1, CASTLE_WHITE_LONG = 2;
 constexpr int CASTLE_BLACK_SHORT = 4, CASTLE_BLACK_LONG = 8;
 
 // Move word: from 0-5, to 6-11, moving piece 12-14, captured piece 15-17, promotion 18-20,
-// castle 21, pawn double step 22, en passant 23, check mark 24-25 (1 check, 2 mate).
+// castle 21, pawn double step 22, en passant 23, check mark 24-25 (1 check, 2 mate); 26-31
+// unused by moves.
 constexpr Move MOVE_CASTLE = 1u << 21, MOVE_DOUBLE = 1u << 22, MOVE_EP = 1u << 23;
 constexpr Move NO_MOVE = 0;
 

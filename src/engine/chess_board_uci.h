@@ -5,21 +5,7 @@
 #pragma once
 
 #include "board/chess_board.h"
-
-// The front end as the console adapter sees it.
-class Console {
-public:
-    // The move line for the engine's bestMove, unless the front end holds it back.
-    virtual void sendMove(ChessBoard& engine) = 0;
-    // The report after a completed iteration, in the protocol's dialect.
-    virtual void printSearchInfo(ChessBoard& engine, int depth, const PrincipalVariation& pv,
-                                 std::uint64_t nodes, double timeMicros) = 0;
-    // Reads and runs one command; 0 at the end of input.
-    virtual int readCommand() = 0;
-
-protected:
-    ~Console() = default;
-};
+#include "engine/console.h"
 
 class ChessBoardUCI : public ChessBoard {
 public:

@@ -1,7 +1,7 @@
 // Process entry: a command-line test mode on an engine of its own, or the interactive engine.
 #include "engine/front_end.h"
+#include "tools/console_modes.h"
 #include "tools/epd_suite.h"
-#include "tools/test_modes.h"
 
 #include <cstdlib>
 #include <cstring>

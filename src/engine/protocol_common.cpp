@@ -2,7 +2,7 @@
 #include "engine/protocol_common.h"
 
 #include "engine/front_end.h"
-#include "tools/perft_output.h"
+#include "tools/console_modes.h"
 
 #include <cctype>
 #include <climits>
@@ -75,18 +75,22 @@ void ignoreCommand(FrontEnd&, const char*) {}
 // overflowing in the divide listing.
 constexpr int DEEPEST_PERFT = 1000;
 
+namespace {
+
+// The depth after the command word, capped, for one of the console walks.
+void walkCommand(FrontEnd& frontEnd, const char* line, void (*print)(ChessBoard&, int)) {
+    if (const char* value = afterFirstBlank(line)) {
+        const int depth = readNumber(value);
+        print(*frontEnd.board, depth < DEEPEST_PERFT ? depth : DEEPEST_PERFT);
+    }
+}
+
+} // namespace
+
 void perftCommand(FrontEnd& frontEnd, const char* line) {
-    const char* value = afterFirstBlank(line);
-    if (!value)
-        return;
-    const int depth = readNumber(value);
-    printPerftTable(*frontEnd.board, depth < DEEPEST_PERFT ? depth : DEEPEST_PERFT);
+    walkCommand(frontEnd, line, printPerftTable);
 }
 
 void divideCommand(FrontEnd& frontEnd, const char* line) {
-    const char* value = afterFirstBlank(line);
-    if (!value)
-        return;
-    const int depth = readNumber(value);
-    printDivideListing(*frontEnd.board, depth < DEEPEST_PERFT ? depth : DEEPEST_PERFT);
+    walkCommand(frontEnd, line, printDivideListing);
 }

@@ -4,6 +4,15 @@
 #include "eval/eval_tables.h"
 #include "eval/eval_terms.h"
 
+// Too little to mate with: no pawn, rook or queen, and at most two knights or one bishop.
+bool ChessBoard::cannotWin(Color colour) const {
+    const Bitboard* own = bbPiece[colour];
+    if (own[PAWN] || own[ROOK] || own[QUEEN])
+        return false;
+    const int bishops = popCount(own[BISHOP]), knights = popCount(own[KNIGHT]);
+    return bishops <= 1 && knights <= 2 && !(bishops && knights);
+}
+
 namespace {
 
 int fromSideToMove(const Position& p, int whiteScore) {

@@ -2,6 +2,7 @@
 // the pawn-structure terms: doubled, isolated, backward and passed pawns. Everything but the
 // passed pawns' worth depends on the pawns alone and comes from the pawn cache; the worth
 // also depends on the stage and on what blocks the pawn, so it is counted afresh.
+#include "board/side.h"
 #include "eval/eval_tables.h"
 #include "eval/eval_terms.h"
 
@@ -9,9 +10,6 @@
 #include <cstring>
 
 namespace {
-
-constexpr Bitboard FILE_A = 0x0101010101010101ull;
-constexpr Bitboard FILE_H = FILE_A << 7;
 
 template <Color Us> void fillPawnData(Bitboard pawns, PawnEntry& e) {
     std::int8_t* ranks = e.pawnRank[Us];

@@ -1,6 +1,7 @@
 // Knights, bishops, rooks and queens: mobility, safe mobility, piece-square tables, king
 // tropism, knight outposts, the bishop pair and the file and seventh-rank bonuses. Fills the
 // attack maps that the king terms read afterwards.
+#include "board/side.h"
 #include "eval/eval_tables.h"
 #include "eval/eval_terms.h"
 
@@ -19,9 +20,6 @@ constexpr auto DISTANCE = [] {
         }
     return table;
 }();
-
-constexpr Bitboard FILE_A = 0x0101010101010101ull;
-constexpr Bitboard RANK_1 = 0xFFull;
 
 constexpr Bitboard relativeRankMask(Color c, int rank) {
     return RANK_1 << (8 * relativeRank(c, rank));

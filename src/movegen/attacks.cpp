@@ -1,20 +1,15 @@
 // Attack questions beyond the plain "is this square attacked" of the position: the x-ray
-// test of perft's king moves, the pin test of the move-generation toolkit and the
-// insufficient-material test of the evaluation's endgame draw.
+// test that perft judges king steps with, and the toolkit's pin test.
 #include "board/chess_board.h"
 
 bool ChessBoard::isAttackedWithout(Square removed, Square square, Color by) const {
     Occupancy occ = occupancy();
     occ.remove(removed);
-    return (pawnAttack[opponent(by)][square] & bbPiece[by][PAWN]) ||
-           (knightAttack[square] & bbPiece[by][KNIGHT]) ||
-           (occ.bishopAttacks(square) & diagonalSliders(by)) ||
-           (occ.rookAttacks(square) & lineSliders(by)) || (kingAttack[square] & bbPiece[by][KING]);
+    return attackedIn(occ, square, by, bbPiece[by]);
 }
 
 // Whether the piece of `colour` on `square` shields its king from an enemy slider on the
-// line through both. Part of the toolkit for callers outside the search; perft gathers all
-// pins of a position at once instead, and make decides legality for everyone else.
+// line through both: the line it stands on, seen from it, holds its king and such a slider.
 bool ChessBoard::isPinned(Square square, Color colour) const {
     const Square king = kingSquare[colour];
     Bitboard line;
@@ -44,12 +39,4 @@ bool ChessBoard::isPinned(Square square, Color colour) const {
         return false;
     }
     return (line & bbPiece[colour][KING] & bit(king)) && (line & sliders);
-}
-
-bool ChessBoard::cannotWin(Color colour) const {
-    const Bitboard* own = bbPiece[colour];
-    if (own[PAWN] || own[ROOK] || own[QUEEN])
-        return false;
-    const int bishops = popCount(own[BISHOP]), knights = popCount(own[KNIGHT]);
-    return bishops <= 1 && knights <= 2 && !(bishops && knights);
 }

@@ -3,20 +3,9 @@
 // steps) and check evasions. Make has the last word on legality. Squares are walked lowest
 // first, so equal-scored moves are always tried in the same order.
 #include "board/chess_board.h"
+#include "movegen/move_rules.h"
 
 namespace {
-
-constexpr Bitboard RANK_2 = 0x000000000000FF00ULL, RANK_7 = 0x00FF000000000000ULL;
-
-// Everything a generator needs to know about the side it generates for.
-template <Color US> struct Side {
-    static constexpr Color THEM           = opponent(US);
-    static constexpr Bitboard seventhRank = US == WHITE ? RANK_7 : RANK_2; // promotes from here
-    static constexpr Bitboard secondRank  = US == WHITE ? RANK_2 : RANK_7; // double steps from here
-    static constexpr int forward          = US == WHITE ? 8 : -8;
-    static Bitboard advance(Bitboard b) { return US == WHITE ? b << 8 : b >> 8; }
-    static bool onLastRank(Square s) { return US == WHITE ? s >= 56 : s < 8; }
-};
 
 // Writes the four promotions of one pawn move, queen first, then rook, knight, bishop.
 inline MoveEntry* addPromotions(MoveEntry* out, Square from, Square to, Piece captured) {
@@ -40,12 +29,6 @@ inline Bitboard pieceAttacks(const Position& p, Piece piece, Square s) {
     }
 }
 
-// The king the position tracks. A FEN may place more than one: the others never move, so
-// unmake can always put the tracked one back on its square.
-inline Bitboard movingKing(const Position& p, Color us) {
-    return p.bbPiece[us][KING] & bit(p.kingSquare[us]);
-}
-
 // Knights, bishops, rooks, queens and the king, each to the squares of `targets`.
 inline MoveEntry* addPieceMoves(const Position& p, Color us, Bitboard targets, MoveEntry* out) {
     for (Piece piece : {KNIGHT, BISHOP, ROOK, QUEEN, KING})
@@ -57,18 +40,6 @@ inline MoveEntry* addPieceMoves(const Position& p, Color us, Bitboard targets, M
             }
         }
     return out;
-}
-
-// The en-passant target, or -1 when no capture en passant can be made: the file must name
-// an enemy pawn that really stands beside the target on an empty square, whatever a FEN said.
-template <Color US> Square enPassantTarget(const Position& p) {
-    if (!p.epFile || !p.bbPiece[US][PAWN])
-        return -1;
-    Square target = squareAt(p.epFile - 1, US == WHITE ? 5 : 2);
-    Square victim = target - Side<US>::forward;
-    if ((p.bbAllPiece & bit(target)) || !(p.bbPiece[Side<US>::THEM][PAWN] & bit(victim)))
-        return -1;
-    return target;
 }
 
 template <Color US> MoveEntry* addEnPassant(const Position& p, Square target, MoveEntry* out) {
@@ -83,9 +54,9 @@ template <Color US> int captures(const Position& p, MoveEntry* list) {
     MoveEntry* out       = addPieceMoves(p, US, enemy, list);
 
     const Bitboard pawns = p.bbPiece[US][PAWN];
-    for (Bitboard to = S::advance(pawns & S::seventhRank) & ~p.bbAllPiece; to;) {
+    for (Bitboard to = S::advance(pawns & S::SEVENTH_RANK) & ~p.bbAllPiece; to;) {
         Square t = popLowest(to);
-        out      = addPromotions(out, t - S::forward, t, EMPTY);
+        out      = addPromotions(out, t - S::FORWARD, t, EMPTY);
     }
     for (Bitboard from = pawns; from;) {
         Square f = popLowest(from);
@@ -103,25 +74,10 @@ template <Color US> int captures(const Position& p, MoveEntry* list) {
     return int(out - list);
 }
 
-// Castling needs the right, an empty path, and the king's square and the two squares it
-// crosses free of attack. King and rook must stand on their squares too: a FEN may grant
-// rights that its pieces cannot use.
 template <Color US> MoveEntry* addCastling(const Position& p, MoveEntry* out) {
-    constexpr Square home        = US == WHITE ? 4 : 60;
-    constexpr int shortRight     = US == WHITE ? CASTLE_WHITE_SHORT : CASTLE_BLACK_SHORT;
-    constexpr int longRight      = US == WHITE ? CASTLE_WHITE_LONG : CASTLE_BLACK_LONG;
-    constexpr Bitboard shortPath = US == WHITE ? castlePathWhiteShort : castlePathBlackShort;
-    constexpr Bitboard longPath  = US == WHITE ? castlePathWhiteLong : castlePathBlackLong;
-    constexpr Color THEM         = opponent(US);
-    if (!(p.castleRights & (shortRight | longRight)) || !(movingKing(p, US) & bit(home)))
-        return out;
-    const Bitboard rooks = p.bbPiece[US][ROOK];
-    if ((p.castleRights & shortRight) && !(p.bbAllPiece & shortPath) && (rooks & bit(home + 3)) &&
-        !p.isAttacked(home, THEM) && !p.isAttacked(home + 1, THEM) && !p.isAttacked(home + 2, THEM))
-        (out++)->move = US == WHITE ? WHITE_SHORT_CASTLE : BLACK_SHORT_CASTLE;
-    if ((p.castleRights & longRight) && !(p.bbAllPiece & longPath) && (rooks & bit(home - 4)) &&
-        !p.isAttacked(home, THEM) && !p.isAttacked(home - 1, THEM) && !p.isAttacked(home - 2, THEM))
-        (out++)->move = US == WHITE ? WHITE_LONG_CASTLE : BLACK_LONG_CASTLE;
+    forEachCastle<US>(
+        p, [&](Square s) { return p.isAttacked(s, opponent(US)); },
+        [&](Move m) { (out++)->move = m; });
     return out;
 }
 
@@ -132,14 +88,14 @@ template <Color US> int quiets(const Position& p, MoveEntry* list) {
     out                  = addCastling<US>(p, out);
 
     const Bitboard pawns = p.bbPiece[US][PAWN];
-    for (Bitboard to = S::advance(pawns & ~S::seventhRank) & empty; to;) {
+    for (Bitboard to = S::advance(pawns & ~S::SEVENTH_RANK) & empty; to;) {
         Square t      = popLowest(to);
-        (out++)->move = makeMoveWord(t - S::forward, t, PAWN);
+        (out++)->move = makeMoveWord(t - S::FORWARD, t, PAWN);
     }
-    const Bitboard once = S::advance(pawns & S::secondRank) & empty;
+    const Bitboard once = S::advance(pawns & S::SECOND_RANK) & empty;
     for (Bitboard to = S::advance(once) & empty; to;) {
         Square t      = popLowest(to);
-        (out++)->move = makeMoveWord(t - 2 * S::forward, t, PAWN) | MOVE_DOUBLE;
+        (out++)->move = makeMoveWord(t - 2 * S::FORWARD, t, PAWN) | MOVE_DOUBLE;
     }
     return int(out - list);
 }
@@ -151,14 +107,14 @@ template <Color US> MoveEntry* addBlocks(const Position& p, Bitboard between, Mo
     for (Bitboard to = S::advance(pawns) & between; to;) {
         Square t = popLowest(to);
         if (S::onLastRank(t))
-            out = addPromotions(out, t - S::forward, t, EMPTY);
+            out = addPromotions(out, t - S::FORWARD, t, EMPTY);
         else
-            (out++)->move = makeMoveWord(t - S::forward, t, PAWN);
+            (out++)->move = makeMoveWord(t - S::FORWARD, t, PAWN);
     }
-    const Bitboard once = S::advance(pawns & S::secondRank) & ~p.bbAllPiece;
+    const Bitboard once = S::advance(pawns & S::SECOND_RANK) & ~p.bbAllPiece;
     for (Bitboard to = S::advance(once) & between; to;) {
         Square t      = popLowest(to);
-        (out++)->move = makeMoveWord(t - 2 * S::forward, t, PAWN) | MOVE_DOUBLE;
+        (out++)->move = makeMoveWord(t - 2 * S::FORWARD, t, PAWN) | MOVE_DOUBLE;
     }
     for (Piece piece : {KNIGHT, BISHOP, ROOK, QUEEN})
         for (Bitboard pieces = p.bbPiece[US][piece]; pieces;) {
@@ -187,7 +143,7 @@ template <Color US> MoveEntry* addCheckerCaptures(const Position& p, Square c, M
         for (Bitboard from = pieceAttacks(p, piece, c) & p.bbPiece[US][piece]; from;)
             (out++)->move = makeMoveWord(popLowest(from), c, piece, captured);
     // The checker may be the pawn that has just stepped twice.
-    if (Square target = enPassantTarget<US>(p); target >= 0 && target - S::forward == c)
+    if (Square target = enPassantTarget<US>(p); target >= 0 && target - S::FORWARD == c)
         out = addEnPassant<US>(p, target, out);
     return out;
 }

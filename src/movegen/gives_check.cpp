@@ -2,6 +2,8 @@
 // promotions). The fast case is inline in gives_check.h.
 #include "movegen/gives_check.h"
 
+#include "movegen/move_rules.h"
+
 namespace {
 
 void place(Occupancy& occ, Square s) {
@@ -9,19 +11,6 @@ void place(Occupancy& occ, Square s) {
     occ.r90 |= SquareMask[rot90[s]];
     occ.r45R |= SquareMask[rot45R[s]];
     occ.r45L |= SquareMask[rot45L[s]];
-}
-
-// The mover's pieces that are the only piece between `king` and one of his own sliders.
-Bitboard discoverersOf(const Position& p, Color us, Square king) {
-    Bitboard snipers = ((rankAttack[king][0] | fileAttack[king][0]) & p.lineSliders(us)) |
-                       ((diagAttack45R[king][0] | diagAttack45L[king][0]) & p.diagonalSliders(us));
-    Bitboard found = 0;
-    while (snipers) {
-        const Bitboard between = betweenMask[popLowest(snipers)][king] & p.bbAllPiece;
-        if (between && !(between & (between - 1)) && (between & p.bbColorPiece[us]))
-            found |= between;
-    }
-    return found;
 }
 
 } // namespace
@@ -38,7 +27,7 @@ CheckSquares checkSquaresOf(const Position& p, bool enemyKingSafe) {
     cs.fromSquares[ROOK]   = p.rookAttacks(cs.king);
     cs.fromSquares[QUEEN]  = cs.fromSquares[BISHOP] | cs.fromSquares[ROOK];
     cs.fromSquares[KING]   = kingAttack[cs.king];
-    cs.discoverers         = discoverersOf(p, us, cs.king);
+    cs.discoverers         = loneBlockers(p, cs.king, us, us);
     cs.reliable            = enemyKingSafe || !p.isAttacked(cs.king, us);
     return cs;
 }
@@ -67,7 +56,5 @@ bool givesCheckSpecial(const Position& p, Square king, Move m) {
         place(occ, rookIn);
         own[ROOK] ^= bit(rookOut) | bit(rookIn);
     }
-    return (pawnAttack[opponent(us)][king] & own[PAWN]) || (knightAttack[king] & own[KNIGHT]) ||
-           (occ.bishopAttacks(king) & (own[BISHOP] | own[QUEEN])) ||
-           (occ.rookAttacks(king) & (own[ROOK] | own[QUEEN])) || (kingAttack[king] & own[KING]);
+    return attackedIn(occ, king, us, own);
 }

@@ -5,6 +5,8 @@
 
 #include "board/chess_board.h"
 
+#include <cstring>
+
 namespace {
 
 // The king is worth nothing here: a king capture is judged by what it takes.
@@ -138,6 +140,13 @@ void ChessBoard::scoreCaptures(MoveEntry* list, int count, Move hashMove) const 
     scoreCapturesDeferred(list, count, hashMove);
     for (int i = 0; i < count; ++i)
         settleExchange(list[i]);
+}
+
+void ChessBoard::clearOrderingTables() {
+    std::memset(killerMove1, 0, sizeof killerMove1);
+    std::memset(killerMove2, 0, sizeof killerMove2);
+    std::memset(mateKiller, 0, sizeof mateKiller);
+    std::memset(historyTable, 0, sizeof historyTable);
 }
 
 // An exchange sort over the slice: each entry is compared with every earlier one and the two

@@ -16,20 +16,6 @@ std::uint64_t ChessBoard::perft(int depth, int listStart) {
         return countLegalLeaves(*this);
     const int count     = generateMoves(list, checked);
     std::uint64_t total = 0;
-    if (depth == 1 && !checked) {
-        const LegalityTest legality(*this);
-        for (int i = 0; i < count; ++i) {
-            const Move m    = list[i].move;
-            const Verdict v = legality.of(*this, m);
-            if (v == ASK_MAKE) {
-                total += makeMove(m);
-                unmakeMove(m);
-            } else {
-                total += v == LEGAL;
-            }
-        }
-        return total;
-    }
     for (int i = 0; i < count; ++i) {
         const Move m = list[i].move;
         if (makeMove(m))

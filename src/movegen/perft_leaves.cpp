@@ -1,12 +1,14 @@
 // The last ply of perft's statistics walk. Outside check the moves are counted straight from
 // each piece's attack set, without a move list: legality from pins and x-rays, captures from
-// the enemy's squares, checks from the gives-check squares; only the moves that give check
-// are made, to look for one legal reply. In check, or in a position the shortcuts cannot
-// trust, the generated list is walked move by move instead. The counts must be those of the
-// generators in generate.cpp, which the tests hold them to.
+// the enemy's squares, checks from the gives-check squares. Only the moves that give check
+// are made, to look for one legal reply, and the captures en passant, whose legality make
+// decides. In check, or in a position the shortcuts cannot trust, the generated list is
+// walked move by move instead. The counts must be those of the generators in generate.cpp,
+// whose rules both take from move_rules.h, and which the tests hold them to.
 #include "movegen/perft_leaves.h"
 
 #include "movegen/gives_check.h"
+#include "movegen/move_rules.h"
 
 namespace {
 
@@ -19,20 +21,12 @@ struct Pins {
     Bitboard ray[8];
 
     Pins(const Position& p, Color us) {
-        const Color them  = opponent(us);
         const Square king = p.kingSquare[us];
-        Bitboard snipers =
-            ((rankAttack[king][0] | fileAttack[king][0]) & p.lineSliders(them)) |
-            ((diagAttack45R[king][0] | diagAttack45L[king][0]) & p.diagonalSliders(them));
-        while (snipers) {
-            const Square sniper    = popLowest(snipers);
-            const Bitboard between = betweenMask[sniper][king] & p.bbAllPiece;
-            if (between && !(between & (between - 1)) && (between & p.bbColorPiece[us])) {
-                pinned |= between;
-                square[count] = lowestSquare(between);
-                ray[count++]  = betweenMask[sniper][king] | bit(sniper);
-            }
-        }
+        forEachLoneBlocker(p, king, opponent(us), us, [&](Square slider, Bitboard blocker) {
+            pinned |= blocker;
+            square[count] = lowestSquare(blocker);
+            ray[count++]  = betweenMask[slider][king] | bit(slider);
+        });
     }
     Bitboard rayOf(Square s) const {
         for (int i = 0; i < count; ++i)
@@ -110,22 +104,22 @@ void countListed(ChessBoard& b, MoveEntry* list, bool checked, PerftCounters& c)
     }
 }
 
-// Check squares that match no move: the bulk count then leaves checks and mates alone.
-const CheckSquares NO_CHECKS = {};
+// Check squares that match no move, for the count without checks.
+constexpr CheckSquares NO_CHECKS = {};
 
 // The legal moves of a position not in check, counted piece by piece from attack sets. The
 // pieces move as the generators move them: knights, bishops, rooks, queens, the tracked
-// king, castling, pawn pushes and captures with every promotion, en passant. Without check
-// squares (NO_CHECKS) it counts the moves and captures only, for the plain perft.
-template <Color US> class BulkCount {
+// king, castling, pawn pushes and captures with every promotion, en passant. Without
+// WITH_CHECKS it reads no check squares and counts the moves and captures only, for the plain
+// perft.
+template <Color US, bool WITH_CHECKS> class BulkCount {
 public:
     BulkCount(ChessBoard& board, const CheckSquares& checks, PerftCounters& counters,
               MoveEntry* spareList)
-        : b(board), cs(checks), c(counters), spare(spareList), withChecks(&checks != &NO_CHECKS),
-          pins(board, US), own(board.bbColorPiece[US]), enemy(board.bbColorPiece[THEM]),
-          empty(~board.bbAllPiece) {}
+        : b(board), cs(checks), c(counters), spare(spareList), pins(board, US),
+          own(board.bbColorPiece[US]), enemy(board.bbColorPiece[THEM]), empty(~board.bbAllPiece) {}
 
-    void run() {
+    void count() {
         for (Bitboard n = b.bbPiece[US][KNIGHT]; n;) {
             const Square from = popLowest(n);
             addTargets(KNIGHT, from, knightAttack[from] & ~own);
@@ -148,16 +142,9 @@ public:
     }
 
 private:
-    static constexpr Color THEM           = opponent(US);
-    static constexpr int FORWARD          = US == WHITE ? 8 : -8;
-    static constexpr Bitboard SECOND_RANK = US == WHITE ? 0xFF00ULL : 0xFF000000000000ULL;
-    static constexpr Bitboard SEVENTH     = US == WHITE ? 0xFF000000000000ULL : 0xFF00ULL;
-    static constexpr int WEST_CAPTURE = FORWARD - 1, EAST_CAPTURE = FORWARD + 1;
-    static constexpr Bitboard FILE_A = 0x0101010101010101ULL, FILE_H = FILE_A << 7;
-    static Bitboard advance(Bitboard x) { return US == WHITE ? x << 8 : x >> 8; }
-    template <int STEP> static Bitboard shift(Bitboard x) {
-        return STEP > 0 ? x << STEP : x >> -STEP;
-    }
+    using S                      = Side<US>;
+    static constexpr Color THEM  = S::THEM;
+    static constexpr int FORWARD = S::FORWARD;
 
     // One piece's legal moves to the squares of `targets`, none of them a promotion.
     void addTargets(Piece piece, Square from, Bitboard targets) {
@@ -165,6 +152,11 @@ private:
             targets &= pins.rayOf(from);
         c.nodes += popCount(targets);
         c.captures += popCount(targets & enemy);
+        if constexpr (WITH_CHECKS)
+            tallyChecks(piece, from, targets);
+    }
+
+    void tallyChecks(Piece piece, Square from, Bitboard targets) {
         Bitboard checking = targets & cs.fromSquares[piece];
         if (cs.discoverers & bit(from))
             for (Bitboard t = targets & ~checking; t;) {
@@ -189,13 +181,9 @@ private:
         if (Bitboard t = kingAttack[king] & ~own) {
             Occupancy lifted = b.occupancy();
             lifted.remove(king);
-            const Bitboard* theirs = b.bbPiece[THEM];
             while (t) {
                 const Square to = popLowest(t);
-                if (!(pawnAttack[US][to] & theirs[PAWN]) && !(knightAttack[to] & theirs[KNIGHT]) &&
-                    !(kingAttack[to] & theirs[KING]) &&
-                    !(lifted.bishopAttacks(to) & (theirs[BISHOP] | theirs[QUEEN])) &&
-                    !(lifted.rookAttacks(to) & (theirs[ROOK] | theirs[QUEEN])))
+                if (!attackedIn(lifted, to, THEM, b.bbPiece[THEM]))
                     safe |= bit(to);
             }
         }
@@ -203,29 +191,20 @@ private:
         castling(safe);
     }
 
-    // The generator's conditions, with the king known not to be in check and the square it
-    // crosses known safe from its steps: the right, the empty path, the rook in its corner,
-    // and the landing square not attacked.
+    // The king is not in check, and the safety of the squares next to it is known from its
+    // steps.
     void castling(Bitboard safe) {
-        constexpr Square home        = US == WHITE ? 4 : 60;
-        constexpr int shortRight     = US == WHITE ? CASTLE_WHITE_SHORT : CASTLE_BLACK_SHORT;
-        constexpr int longRight      = US == WHITE ? CASTLE_WHITE_LONG : CASTLE_BLACK_LONG;
-        constexpr Bitboard shortPath = US == WHITE ? castlePathWhiteShort : castlePathBlackShort;
-        constexpr Bitboard longPath  = US == WHITE ? castlePathWhiteLong : castlePathBlackLong;
-        if (!(b.castleRights & (shortRight | longRight)) || b.kingSquare[US] != home)
-            return;
-        const Bitboard rooks = b.bbPiece[US][ROOK];
-        if ((b.castleRights & shortRight) && !(b.bbAllPiece & shortPath) &&
-            (rooks & bit(home + 3)) && (safe & bit(home + 1)) && !b.isAttacked(home + 2, THEM))
-            addCastle(US == WHITE ? WHITE_SHORT_CASTLE : BLACK_SHORT_CASTLE);
-        if ((b.castleRights & longRight) && !(b.bbAllPiece & longPath) && (rooks & bit(home - 4)) &&
-            (safe & bit(home - 1)) && !b.isAttacked(home - 2, THEM))
-            addCastle(US == WHITE ? WHITE_LONG_CASTLE : BLACK_LONG_CASTLE);
+        forEachCastle<US>(
+            b,
+            [&](Square s) {
+                return s != b.kingSquare[US] && !(safe & bit(s)) && b.isAttacked(s, THEM);
+            },
+            [&](Move m) { addCastle(m); });
     }
 
     void addCastle(Move m) {
         tallyMoveWord(c, m);
-        if (withChecks && castleGivesCheck(m))
+        if (WITH_CHECKS && castleGivesCheck(m))
             tallyCheck(b, c, m, spare);
     }
 
@@ -233,21 +212,23 @@ private:
     // most of them, go all at once by shifts.
     void pawnMoves() {
         const Bitboard pawns   = b.bbPiece[US][PAWN];
-        const Bitboard special = pawns & (SEVENTH | pins.pinned | cs.discoverers);
+        const Bitboard special = pawns & (S::SEVENTH_RANK | pins.pinned | cs.discoverers);
         for (Bitboard p = special; p;)
             pawnMoves(popLowest(p));
         const Bitboard plain = pawns & ~special;
-        const Bitboard one   = advance(plain) & empty;
-        const Bitboard two   = advance(advance(plain & SECOND_RANK) & empty) & empty;
-        const Bitboard west  = shift<WEST_CAPTURE>(plain & ~FILE_A) & enemy;
-        const Bitboard east  = shift<EAST_CAPTURE>(plain & ~FILE_H) & enemy;
+        const Bitboard one   = S::advance(plain) & empty;
+        const Bitboard two   = S::advance(S::advance(plain & S::SECOND_RANK) & empty) & empty;
+        const Bitboard west  = S::template shift<S::WEST_CAPTURE>(plain & ~FILE_A) & enemy;
+        const Bitboard east  = S::template shift<S::EAST_CAPTURE>(plain & ~FILE_H) & enemy;
         c.nodes += popCount(one) + popCount(two) + popCount(west) + popCount(east);
         c.captures += popCount(west) + popCount(east);
-        const Bitboard direct = cs.fromSquares[PAWN];
-        pawnChecks(one & direct, FORWARD, 0);
-        pawnChecks(two & direct, 2 * FORWARD, MOVE_DOUBLE);
-        pawnChecks(west & direct, WEST_CAPTURE, 0);
-        pawnChecks(east & direct, EAST_CAPTURE, 0);
+        if constexpr (WITH_CHECKS) {
+            const Bitboard direct = cs.fromSquares[PAWN];
+            pawnChecks(one & direct, FORWARD, 0);
+            pawnChecks(two & direct, 2 * FORWARD, MOVE_DOUBLE);
+            pawnChecks(west & direct, S::WEST_CAPTURE, 0);
+            pawnChecks(east & direct, S::EAST_CAPTURE, 0);
+        }
     }
 
     void pawnChecks(Bitboard targets, int step, Move flag) {
@@ -271,11 +252,11 @@ private:
     }
 
     void pawnMoves(Square from) {
-        Bitboard push = advance(bit(from)) & empty;
-        if (bit(from) & SECOND_RANK)
-            push |= advance(push) & empty;
+        Bitboard push = S::advance(bit(from)) & empty;
+        if (bit(from) & S::SECOND_RANK)
+            push |= S::advance(push) & empty;
         const Bitboard targets = push | (pawnAttack[US][from] & enemy);
-        if (bit(from) & SEVENTH)
+        if (bit(from) & S::SEVENTH_RANK)
             promotions(from, targets);
         else
             addTargets(PAWN, from, targets);
@@ -293,23 +274,20 @@ private:
             c.captures += captured != EMPTY ? 4 : 0;
             for (Piece promotion : {QUEEN, ROOK, KNIGHT, BISHOP}) {
                 const Move m = makeMoveWord(from, to, PAWN, captured, promotion);
-                if (withChecks && givesCheckSpecial(b, cs.king, m))
+                if (WITH_CHECKS && givesCheckSpecial(b, cs.king, m))
                     tallyCheck(b, c, m, spare);
             }
         }
     }
 
-    // As the capture generator believes a FEN's en-passant file: only with an enemy pawn
-    // behind an empty target square. Make judges each capture, as it may uncover the king.
+    // Make judges each capture en passant, as it may uncover the king.
     void enPassant() {
-        if (!b.epFile)
-            return;
-        const Square target = squareAt(b.epFile - 1, US == WHITE ? 5 : 2);
-        if (!(empty & bit(target)) || !(b.bbPiece[THEM][PAWN] & bit(target - FORWARD)))
+        const Square target = enPassantTarget<US>(b);
+        if (target < 0)
             return;
         for (Bitboard p = pawnAttack[THEM][target] & b.bbPiece[US][PAWN]; p;) {
             const Move m = makeMoveWord(popLowest(p), target, PAWN, PAWN) | MOVE_EP;
-            if (withChecks) {
+            if (WITH_CHECKS) {
                 tallyByMake(b, c, m, spare);
             } else {
                 c.nodes += b.makeMove(m);
@@ -322,7 +300,6 @@ private:
     const CheckSquares& cs;
     PerftCounters& c;
     MoveEntry* spare;
-    const bool withChecks;
     const Pins pins;
     const Bitboard own, enemy, empty;
 };
@@ -343,9 +320,9 @@ void countLeafMoves(ChessBoard& b, int listStart, PerftCounters& c, bool afterLe
         if (checks.reliable) {
             b.inCheck = 0;
             if (us == WHITE)
-                BulkCount<WHITE>(b, checks, c, list).run();
+                BulkCount<WHITE, true>(b, checks, c, list).count();
             else
-                BulkCount<BLACK>(b, checks, c, list).run();
+                BulkCount<BLACK, true>(b, checks, c, list).count();
             return;
         }
     }
@@ -357,8 +334,8 @@ std::uint64_t countLegalLeaves(ChessBoard& b) {
     PerftCounters c{};
     b.inCheck = 0;
     if (us == WHITE)
-        BulkCount<WHITE>(b, NO_CHECKS, c, nullptr).run();
+        BulkCount<WHITE, false>(b, NO_CHECKS, c, nullptr).count();
     else
-        BulkCount<BLACK>(b, NO_CHECKS, c, nullptr).run();
+        BulkCount<BLACK, false>(b, NO_CHECKS, c, nullptr).count();
     return c.nodes;
 }

@@ -85,7 +85,7 @@ int ChessBoard::searchNode(SearchNode& node, PrincipalVariation& pv, bool nullAl
 }
 
 int ChessBoard::probeTable(SearchNode& node) {
-    const HashEntry* entry = hashTable.probe(hashKey);
+    const HashEntry* entry = hashTable->probe(hashKey);
     if (!entry)
         return NO_CUTOFF;
     node.hashMove = entry->move;
@@ -105,7 +105,7 @@ int ChessBoard::quiesceLeaf(const SearchNode& node, PrincipalVariation& pv) {
     const BoundType bound = score >= node.beta    ? BOUND_LOWER
                             : score <= node.alpha ? BOUND_UPPER
                                                   : BOUND_EXACT;
-    hashTable.store(hashKey, NO_MOVE, bound, node.depth, score);
+    hashTable->store(hashKey, NO_MOVE, bound, node.depth, score);
     return score;
 }
 
@@ -126,7 +126,7 @@ int ChessBoard::tryNullMove(SearchNode& node, PrincipalVariation& local) {
     if (stopSearch)
         return 0;
     if (score >= node.beta) {
-        hashTable.store(hashKey, NO_MOVE, BOUND_LOWER, node.depth, node.beta);
+        hashTable->store(hashKey, NO_MOVE, BOUND_LOWER, node.depth, node.beta);
         return node.beta;
     }
     node.mateThreat = score <= -MATE_BOUND;
@@ -137,7 +137,7 @@ int ChessBoard::tryNullMove(SearchNode& node, PrincipalVariation& local) {
 // move that search left in the table.
 void ChessBoard::internalDeepening(SearchNode& node, PrincipalVariation& local) {
     search(node.depth - 2 * ONE_PLY, node.moveBase, node.alpha, node.beta, local, false, node.ply);
-    const HashEntry* entry = hashTable.probe(hashKey);
+    const HashEntry* entry = hashTable->probe(hashKey);
     node.hashMove          = entry ? entry->move : NO_MOVE;
 }
 
@@ -191,7 +191,7 @@ int ChessBoard::searchMoves(SearchNode& node, PrincipalVariation& pv, PrincipalV
     if (searched > 0) {
         // pv belongs to the caller and is not cleared per child: a node that failed low
         // stores whatever first move the buffer last held.
-        hashTable.store(hashKey, pv.moves[0], bound, node.depth, node.alpha);
+        hashTable->store(hashKey, pv.moves[0], bound, node.depth, node.alpha);
         return node.alpha;
     }
     pv.count   = 0;
@@ -236,7 +236,7 @@ int ChessBoard::searchChild(const SearchNode& node, const MoveEntry& entry, int 
 // remaining plies.
 void ChessBoard::rememberCutoff(const SearchNode& node, const MoveEntry& entry, int score) {
     const Move m = entry.move;
-    hashTable.store(hashKey, m, BOUND_LOWER, node.depth, node.beta);
+    hashTable->store(hashKey, m, BOUND_LOWER, node.depth, node.beta);
     if (std::abs(score) > MATE_BOUND)
         mateKiller[node.ply] = m;
     if (entry.score >= WINNING_CAPTURE || movePromotion(m))

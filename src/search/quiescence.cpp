@@ -16,7 +16,7 @@ int ChessBoard::quiesce(int ply, int moveBase, int alpha, int beta, bool exactEv
         return beta;
     alpha         = std::max(standPat, alpha);
     Move hashMove = NO_MOVE;
-    if (const HashEntry* entry = hashTable.probe(hashKey)) {
+    if (const HashEntry* entry = hashTable->probe(hashKey)) {
         const int cutoff = tableCutoff(entry->info, alpha, beta);
         if (cutoff != NO_CUTOFF)
             return cutoff;

@@ -1,6 +1,7 @@
 // The root of one iteration: every legal move searched, the first with the full window and
 // the others with a null window first; no draw test, no pruning and no reduction here.
 #include "board/chess_board.h"
+#include "movegen/ordering.h"
 #include "search/search_node.h"
 
 int ChessBoard::searchRoot(int depth, int alpha, int beta, PrincipalVariation& pv) {
@@ -14,7 +15,7 @@ int ChessBoard::searchRoot(int depth, int alpha, int beta, PrincipalVariation& p
     MoveEntry* list        = moveStack;
     const int count        = std::min(generateMoves(list, checked), MOVE_STRIDE);
     gameStatus             = checked ? STATUS_CHECK : STATUS_NORMAL;
-    const HashEntry* entry = hashTable.probe(hashKey);
+    const HashEntry* entry = hashTable->probe(hashKey);
     scoreMoves(list, count, entry ? entry->move : NO_MOVE, 0);
 
     const SearchNode root{depth, 0, alpha, beta, 0, PV_NODE, checked};
@@ -23,7 +24,7 @@ int ChessBoard::searchRoot(int depth, int alpha, int beta, PrincipalVariation& p
     BoundType bound = BOUND_UPPER;
     int legal       = 0;
     for (int i = 0; i < count; ++i) {
-        pickNext(list, i, count);
+        pickMove(list, i, count);
         const Move m = list[i].move;
         if (!makeMove(m)) {
             unmakeMove(m);
@@ -50,7 +51,7 @@ int ChessBoard::searchRoot(int depth, int alpha, int beta, PrincipalVariation& p
         return alpha;
     singleMove = legal == 1;
     if (legal > 0) {
-        hashTable.store(hashKey, pv.moves[0], bound, depth, alpha);
+        hashTable->store(hashKey, pv.moves[0], bound, depth, alpha);
         return alpha;
     }
     // Mate or stalemate on the board: no line, and the score goes with the empty line so

@@ -1,16 +1,15 @@
 // What the three searches share: one node's working state, the node-type alternation, the
-// move picker, the extension rule, the table cut-off rule and the cheap part of the
-// stop-and-poll step that every node takes first.
+// move picker, the extension rule and the cheap part of the stop-and-poll step that every
+// node takes first.
 #pragma once
 
 #include "board/chess_board.h"
+#include "search/transposition_table.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstring>
 
-// A score no table entry can hold: "the table gives no cut-off".
-constexpr int NO_CUTOFF = 123456;
 // A full-width node deeper than this only evaluates; quiescence stops one ply later. Both
 // keep every per-ply array (PV, killers, move stack) inside its MAX_PLY rows.
 constexpr int DEEPEST_SEARCH_PLY     = MAX_PLY - 2;
@@ -41,18 +40,6 @@ inline HistoryRecord& currentRecord(ChessBoard& board) {
     return board.history[std::ptrdiff_t(board.historyCount) - 1];
 }
 
-// Selection sort, one step at a time: most nodes cut off after a move or two, so sorting
-// the whole list first would be wasted. The first of equal scores wins, which keeps the
-// generator's order among equals.
-inline void pickNext(MoveEntry* list, int index, int count) {
-    int best = index;
-    for (int i = index + 1; i < count; ++i)
-        if (list[i].score > list[best].score)
-            best = i;
-    if (best != index)
-        std::swap(list[index], list[best]);
-}
-
 // Extra depth for a move, in eighths: a check, a mate threat against the mover, a pawn
 // reaching the seventh rank and a like-for-like exchange of pieces; never more than a ply.
 inline int moveExtension(Move m, bool givesCheck, bool mateThreat) {
@@ -64,21 +51,6 @@ inline int moveExtension(Move m, bool givesCheck, bool mateThreat) {
     if (moveCaptured(m) >= KNIGHT && moveCaptured(m) == movePiece(m))
         extension += 6;
     return std::min(extension, ONE_PLY);
-}
-
-// What a table entry proves for the window, or NO_CUTOFF.
-inline int tableCutoff(std::uint32_t info, int alpha, int beta) {
-    const int score = infoScore(info);
-    switch (infoBound(info)) {
-    case BOUND_EXACT:
-        return score;
-    case BOUND_UPPER:
-        return score <= alpha ? alpha : NO_CUTOFF;
-    case BOUND_LOWER:
-        return score >= beta ? beta : NO_CUTOFF;
-    default:
-        return NO_CUTOFF;
-    }
 }
 
 // The move followed by the child's line becomes this node's line.

@@ -7,7 +7,6 @@
 #include "search/search_node.h"
 
 #include <cstdlib>
-#include <cstring>
 #include <ctime>
 
 namespace {
@@ -30,9 +29,10 @@ double microsSince(std::int64_t start) {
     return double(performanceCounter() - start) * 1e6 / double(performanceFrequency());
 }
 
-// The clock-mode stop rules after a completed iteration; true to stop. With one legal move
+// The clock-mode stop rules after a completed iteration, with what each decision does to the
+// board; true to stop. With one legal move
 // the first iteration's move is played.
-bool clockRuleStops(ChessBoard& board, Iterations& it, int score, double iterationTime) {
+bool stopAfterIteration(ChessBoard& board, Iterations& it, int score, double iterationTime) {
     const IterationClock clock = {board.singleMove, score,         it.depth,
                                   board.timeLimit,  iterationTime, it.total};
     switch (clockRuleStops(clock, it.mateCount)) {
@@ -83,7 +83,7 @@ bool iterate(ChessBoard& board, Iterations& it, int depthLimit) {
         trace("max depth reached");
         board.stopSearch = 1;
     }
-    if (board.limits.timeMode == TIME_CLOCK && clockRuleStops(board, it, score, iterationTime))
+    if (board.limits.timeMode == TIME_CLOCK && stopAfterIteration(board, it, score, iterationTime))
         board.stopSearch = 1;
     if (!it.failed)
         board.bestMove = pv.moves[0];
@@ -94,10 +94,7 @@ bool iterate(ChessBoard& board, Iterations& it, int depthLimit) {
 } // namespace
 
 void ChessBoard::resetSearchTables() {
-    std::memset(killerMove1, 0, sizeof killerMove1);
-    std::memset(killerMove2, 0, sizeof killerMove2);
-    std::memset(mateKiller, 0, sizeof mateKiller);
-    std::memset(historyTable, 0, sizeof historyTable);
+    clearOrderingTables();
     pollCounter = 0;
     stopSearch  = 0;
 }
@@ -119,8 +116,8 @@ void ChessBoard::seedTable(int depth) {
     const int count              = int(std::min<std::uint32_t>(pv.count, MAX_PLY));
     int made                     = 0;
     for (; made < count && isMoveValid(pv.moves[made]); ++made) {
-        hashTable.store(hashKey, pv.moves[made], BOUND_EXACT, depth * ONE_PLY - ONE_PLY * made,
-                        pv.scores[made]);
+        hashTable->store(hashKey, pv.moves[made], BOUND_EXACT, depth * ONE_PLY - ONE_PLY * made,
+                         pv.scores[made]);
         makeMove(pv.moves[made]);
     }
     while (made > 0)
@@ -177,15 +174,12 @@ bool ChessBoard::startThinking() {
     return think();
 }
 
-// The stop-and-poll step every node takes first (nodeMustStop), for a caller outside the
-// node loop: a front end that drives the search from its own loop asks it between calls.
-// It sits beside the iterations rather than with the clock, whose poll the step calls.
+// The step every node takes first (nodeMustStop), beside the iterations rather than with
+// the clock, whose poll the step calls.
 bool ChessBoard::checkTime() {
     return !nodeMustStop(*this);
 }
 
-// startThinking as a thread routine, for a front end that runs the search on a thread of
-// its own: it seeds the random numbers (the book's choice) and thinks.
 unsigned long ChessBoard::startThinkingThread(void* engine) {
     std::srand(unsigned(std::time(nullptr)));
     static_cast<ChessBoard*>(engine)->think();

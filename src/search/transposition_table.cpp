@@ -1,6 +1,7 @@
-// Sizing, clearing and releasing the transposition table.
+// Sizing, clearing and releasing the transposition table, and the engine object's own.
 #include "search/transposition_table.h"
 
+#include "board/chess_board.h"
 #include "board/trace.h"
 
 #include <cstdlib>
@@ -54,4 +55,17 @@ void HashTable::clear() {
 void HashTable::release() {
     std::free(entries);
     entries = nullptr;
+}
+
+void ChessBoard::resizeHashTable(std::uint32_t requestedMegabytes) {
+    if (!hashTable)
+        hashTable = {new HashTable, [](HashTable* table) {
+                         table->release();
+                         delete table;
+                     }};
+    hashTable->init(requestedMegabytes);
+}
+
+void ChessBoard::releaseHashTable() {
+    hashTable->release();
 }

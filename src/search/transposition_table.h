@@ -1,6 +1,7 @@
 // The transposition table: one flat array of 16-byte entries indexed by the low bits of the
-// key, one entry a slot, always replaced. Its sizing and packing live in
-// transposition_table.cpp; the searches probe and store it inline.
+// key, one entry a slot, always replaced. The entry's packing and what an entry proves for
+// a window are here, inline, as the searches probe and store at every node; the sizing
+// lives in transposition_table.cpp.
 #pragma once
 
 #include "board/types.h"
@@ -30,6 +31,24 @@ constexpr int infoDepth(std::uint32_t info) {
 }
 constexpr int infoScore(std::uint32_t info) {
     return (info & 0x10000) ? -int(info >> 17) : int(info >> 17);
+}
+
+// A score no table entry can hold: "the table gives no cut-off".
+constexpr int NO_CUTOFF = 123456;
+
+// What a table entry proves for the window, or NO_CUTOFF.
+constexpr int tableCutoff(std::uint32_t info, int alpha, int beta) {
+    const int score = infoScore(info);
+    switch (infoBound(info)) {
+    case BOUND_EXACT:
+        return score;
+    case BOUND_UPPER:
+        return score <= alpha ? alpha : NO_CUTOFF;
+    case BOUND_LOWER:
+        return score >= beta ? beta : NO_CUTOFF;
+    default:
+        return NO_CUTOFF;
+    }
 }
 
 struct HashTable {

@@ -6,6 +6,7 @@
 #include "board/chess_board.h"
 #include "board/trace.h"
 #include "board/version.h"
+#include "search/transposition_table.h"
 
 #include <algorithm>
 #include <cstdio>
@@ -50,7 +51,7 @@ void playedMoveText(const ChessBoard& engine, const MoveEntry* rootMoves, int ro
 void runPosition(ChessBoard& engine, const EpdLine& line, SuiteScore& score) {
     std::printf("%s\n", std::string(79, '-').c_str());
     std::printf("%s bm %s; id %s;\n\n", line.fen, line.expected, line.id);
-    engine.hashTable.clear();
+    engine.hashTable->clear();
     ++score.tried;
     if (!engine.setPosition(line.fen)) {
         trace("bad FEN : %s", line.fen);

@@ -1,11 +1,13 @@
 // Make and unmake: every field restored and the incremental key equal to a key computed from
 // scratch along random games, the game record taken back to the start, the side effects of
-// the special moves, and the keys of two known positions.
+// the special moves and of captures and pawn moves on the fifty-move counter, and the keys of
+// two known positions.
 #include "test_support.h"
 
 #include <gtest/gtest.h>
 #include <random>
 #include <tuple>
+#include <utility>
 
 namespace {
 
@@ -74,6 +76,26 @@ TEST(MakeUnmake, SpecialMovesSetRightsFileAndPhase) {
         EXPECT_EQ(board->castleRights, rights) << fen;
         EXPECT_EQ(board->epFile, epFile) << fen;
         EXPECT_EQ(board->phase, phase) << fen;
+    }
+}
+
+// The fifty-move counter starts again after a capture (by a piece or en passant)
+// and after a pawn move, counts one up after any other move, and unmake puts it back.
+TEST(MakeUnmake, FiftyMoveCounterStartsAgainOnCapturesAndPawnMoves) {
+    const char* const fen              = "4k3/8/8/3pP3/8/2n5/8/RN2K3 w - d6 17 40";
+    const std::pair<Move, int> cases[] = {
+        {makeMoveWord(1, 16, KNIGHT), 18},               // Nb1-a3
+        {makeMoveWord(4, 13, KING), 18},                 // Ke1-f2
+        {makeMoveWord(1, 18, KNIGHT, KNIGHT), 0},        // Nb1xc3
+        {makeMoveWord(36, 44, PAWN), 0},                 // e5-e6
+        {makeMoveWord(36, 43, PAWN, PAWN) | MOVE_EP, 0}, // e5xd6 en passant
+    };
+    auto board = boardFrom(fen);
+    for (const auto& [move, counter] : cases) {
+        ASSERT_EQ(board->makeMove(move), 1) << move;
+        EXPECT_EQ(board->fiftyCounter, counter) << move;
+        board->unmakeMove(move);
+        EXPECT_EQ(board->fiftyCounter, 17) << move;
     }
 }
 

@@ -2,6 +2,7 @@
 // book switch and the book file, each with its default. Under Wine this reads the file through
 // the Windows profile functions.
 #include "engine/front_end.h"
+#include "search/transposition_table.h"
 
 #include <filesystem>
 #include <fstream>
@@ -21,7 +22,7 @@ TEST(Configuration, HashAndBookComeFromPellixIni) {
         FrontEnd frontEnd(CommandSource{nullptr, nullptr});
         frontEnd.createEngine();
         frontEnd.openConfiguredBook();
-        return std::pair{frontEnd.board->hashTable.megabytes, frontEnd.board->bookEnabled};
+        return std::pair{frontEnd.board->hashTable->megabytes, frontEnd.board->bookEnabled};
     };
     EXPECT_EQ(engineFrom("[Engine]\nHash=3\n"), std::pair(4u, false));
     EXPECT_EQ(engineFrom("; tuned\r\n[engine]\r\nhash = 16\r\n"), std::pair(16u, false));

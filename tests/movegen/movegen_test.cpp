@@ -4,6 +4,7 @@
 // the make-every-leaf walk in perft_stats_test.cpp. Here: the static exchange evaluator on
 // classic exchanges, the order the scores put the moves of the main and the capture search in,
 // and the toolkit's pin test and slice sort.
+#include "movegen/move_rules.h"
 #include "test_support.h"
 
 #include <algorithm>
@@ -86,8 +87,8 @@ TEST(MoveOrdering, OrderOfTheKindsOfMoveInTheMainAndTheCaptureSearch) {
               0);
 }
 
-// The toolkit's pin test against the lines themselves: a piece is pinned when it is the only
-// piece between its king and an enemy slider that moves along that line.
+// The toolkit's pin test, which looks outward from the piece, against the lone-blocker scan
+// that perft's pins come from, which looks inward from the king's sliders.
 TEST(Toolkit, PinTestAgreesWithTheSlidersOnTheKingsLines) {
     std::vector<PerftCase> suite        = loadPerftSuite("tricky.perft");
     const std::vector<PerftCase> random = loadPerftSuite("random.perft");
@@ -97,17 +98,11 @@ TEST(Toolkit, PinTestAgreesWithTheSlidersOnTheKingsLines) {
     for (const PerftCase& c : suite) {
         auto board = boardFrom(c.fen);
         for (Color us : {WHITE, BLACK}) {
-            const Square king = board->kingSquare[us];
-            const Bitboard snipers =
-                ((rankAttack[king][0] | fileAttack[king][0]) & board->lineSliders(opponent(us))) |
-                ((diagAttack45R[king][0] | diagAttack45L[king][0]) &
-                 board->diagonalSliders(opponent(us)));
-            Bitboard own = board->bbColorPiece[us] & ~bit(king);
-            while (own) {
-                const Square s = popLowest(own);
-                bool pinned    = false;
-                for (Bitboard b = snipers; b;)
-                    pinned |= (betweenMask[popLowest(b)][king] & board->bbAllPiece) == bit(s);
+            const Square king       = board->kingSquare[us];
+            const Bitboard blockers = loneBlockers(*board, king, opponent(us), us);
+            for (Bitboard own = board->bbColorPiece[us] & ~bit(king); own;) {
+                const Square s    = popLowest(own);
+                const bool pinned = blockers & bit(s);
                 EXPECT_EQ(board->isPinned(s, us), pinned) << c.fen << " square " << s;
                 pins += pinned;
             }

@@ -1,7 +1,6 @@
 // The searches' deferred exchange scoring against scoring every exchange first: the same
 // moves handed out in the same order with the same scores, ties included.
 #include "movegen/ordering.h"
-#include "search/search_node.h"
 #include "test_support.h"
 
 #include <algorithm>
@@ -10,11 +9,12 @@
 
 namespace {
 
-// Picks both lists to the end, the exact one with the plain selection step.
+// Picks both lists to the end. The exact list carries no pending marks, so its picks are the
+// plain selection step.
 void expectSamePicks(ChessBoard& board, MoveEntry* exact, MoveEntry* deferred, int count,
                      const std::string& fen) {
     for (int i = 0; i < count; ++i) {
-        pickNext(exact, i, count);
+        board.pickMove(exact, i, count);
         board.pickMove(deferred, i, count);
         ASSERT_TRUE(exact[i].move == deferred[i].move && exact[i].score == deferred[i].score)
             << fen << " pick " << i;

@@ -61,7 +61,7 @@ TEST(Search, MateScoresComeBackFromTheTableAsTheyWereStored) {
     board->makeMove(findMove(*board, "b5b4")); // after it, Ra8 mates
     board->resetSearchTables();
     EXPECT_EQ(searchAt(*board, 2, 3, PV_NODE), MATE_SCORE - 4); // Black is mated at ply 4
-    const HashEntry* entry = board->hashTable.probe(board->hashKey);
+    const HashEntry* entry = board->hashTable->probe(board->hashKey);
     ASSERT_NE(entry, nullptr);
     EXPECT_EQ(infoBound(entry->info), BOUND_EXACT);
     EXPECT_EQ(infoScore(entry->info), MATE_SCORE - 4);

@@ -2,7 +2,8 @@
 #pragma once
 
 #include "board/make_engine.h"
-#include "tools/silent_board.h"
+#include "board/silent_board.h"
+#include "search/transposition_table.h"
 
 #include <gtest/gtest.h>
 #include <memory>
@@ -40,7 +41,7 @@ inline std::unique_ptr<RecordingBoard> searchBoard(const std::string& fen) {
 
 // A fixed-depth think from a cleared table; the move is played on the board.
 inline void thinkToDepth(RecordingBoard& board, int depth) {
-    board.hashTable.clear();
+    board.hashTable->clear();
     board.limits.setTimeMode(TIME_DEPTH, depth);
     board.think();
 }

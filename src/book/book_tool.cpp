@@ -3,12 +3,12 @@
 // problems with the input, and the progress of a long build, to standard error. Every book
 // is written under a temporary name and moved into place only when it is whole.
 #include "board/make_engine.h"
+#include "board/silent_board.h"
 #include "book/book_builder.h"
 #include "book/book_io.h"
 #include "book/game_moves.h"
 #include "book/polyglot_books.h"
 #include "platform/terminal.h"
-#include "tools/silent_board.h"
 
 #include <chrono>
 #include <cinttypes>

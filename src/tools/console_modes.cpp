@@ -1,6 +1,6 @@
-// Writes perft tables and divide listings in the engine's console format, and the engine's own
-// reports of the same walks.
-#include "tools/perft_output.h"
+// The console forms of perft and divide, the command-line modes that print them from the
+// initial position or from a FEN, and the engine's own reports of the same walks.
+#include "tools/console_modes.h"
 
 #include "board/chess_board.h"
 #include "board/trace.h"
@@ -35,8 +35,34 @@ void printDivideListing(ChessBoard& board, int depth) {
                     std::int64_t(board.divideRows[i].count));
 }
 
-// No command reaches these: they are the walks as the engine reports them to its trace,
-// which says nothing, with the profile printed after the perft rows.
+namespace {
+
+// False (after "Bad FEN string !") when the FEN is rejected.
+bool loadFen(ChessBoard& engine, const char* fen) {
+    if (fen && !engine.setPosition(fen)) {
+        std::printf("Bad FEN string !\n");
+        return false;
+    }
+    return true;
+}
+
+} // namespace
+
+int runPerftMode(ChessBoard& engine, int depth, const char* fen) {
+    if (!loadFen(engine, fen))
+        return 0;
+    printPerftTable(engine, depth);
+    return 1;
+}
+
+int runDivideMode(ChessBoard& engine, int depth, const char* fen) {
+    if (!loadFen(engine, fen))
+        return 0;
+    printDivideListing(engine, depth);
+    return 1;
+}
+
+// The engine's trace reports of the same walks (kept API, see chess_board.h).
 void ChessBoard::perftReport(int deepest) {
     trace("Perft result :\n");
     for (int depth = 1; depth <= deepest; ++depth) {
