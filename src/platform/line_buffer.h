@@ -9,6 +9,11 @@
 // What one read of the system's input found.
 enum class Fill { DATA, END, NOTHING };
 
+// The system's read, for the systems whose input calls are those of polled_input.cpp: up to
+// `room` bytes into `space`; their number, 0 when none are waiting (only when wait is false),
+// or -1 at the end of input or on an error. With wait true it blocks until some come.
+long readSystemInput(char* space, std::size_t room, bool wait);
+
 class LineBuffer {
 public:
     // A system's read: bytes into space(), kept with added(). With wait true it blocks until
