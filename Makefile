@@ -210,9 +210,18 @@ test-web: web-dist npm
 	cd web && node --test test/*.test.mjs
 	@echo "screenshots: $(abspath build/web)"
 
+# CPack from the build folder $(1) into $(PACKAGE_DIR), after removing that build's older
+# packages (the file patterns $(2)); CPack's staging tree is removed.
+define CPACK_FROM
+	mkdir -p $(PACKAGE_DIR)
+	rm -f $(addprefix $(PACKAGE_DIR)/,$(2))
+	cd $(1) && cpack -B $(abspath $(PACKAGE_DIR))
+	rm -rf $(PACKAGE_DIR)/_CPack_Packages
+endef
+
 # Every package into $(PACKAGE_DIR): the Debian package and a .tar.gz of the same files
-# (package-linux), the same two for arm64 (package-arm64), and the Windows zip
-# (package-windows). CPack's staging trees are removed.
+# (package-linux), the same two for arm64 (package-arm64) and armhf (package-armhf), and the
+# Windows zip (package-windows).
 package: package-linux package-windows package-arm64 package-armhf
 
 ifeq ($(PGO),ON)
@@ -223,22 +232,13 @@ PACKAGE_BUILD = $(BUILD_DIR)
 package-linux: all
 endif
 package-linux:
-	mkdir -p $(PACKAGE_DIR)
-	rm -f $(PACKAGE_DIR)/pellix_*_amd64.deb $(PACKAGE_DIR)/pellix-*-linux-x86_64.tar.gz
-	cd $(PACKAGE_BUILD) && cpack -B $(abspath $(PACKAGE_DIR))
-	rm -rf $(PACKAGE_DIR)/_CPack_Packages
+	$(call CPACK_FROM,$(PACKAGE_BUILD),pellix_*_amd64.deb pellix-*-linux-x86_64.tar.gz)
 
 package-windows: windows
-	mkdir -p $(PACKAGE_DIR)
-	rm -f $(PACKAGE_DIR)/pellix-*-windows-*.zip
-	cd $(WINDOWS_DIR) && cpack -B $(abspath $(PACKAGE_DIR))
-	rm -rf $(PACKAGE_DIR)/_CPack_Packages
+	$(call CPACK_FROM,$(WINDOWS_DIR),pellix-*-windows-*.zip)
 
 package-arm64: arm64
-	mkdir -p $(PACKAGE_DIR)
-	rm -f $(PACKAGE_DIR)/pellix_*_arm64.deb $(PACKAGE_DIR)/pellix-*-linux-arm64.tar.gz
-	cd $(ARM64_DIR) && cpack -B $(abspath $(PACKAGE_DIR))
-	rm -rf $(PACKAGE_DIR)/_CPack_Packages
+	$(call CPACK_FROM,$(ARM64_DIR),pellix_*_arm64.deb pellix-*-linux-arm64.tar.gz)
 
 # The 32-bit ARM Linux programs (armhf: the 32-bit Raspberry Pi OS on a Pi 2 or later),
 # cross-compiled into $(ARMHF_DIR) with the book made by the build machine, as for arm64. Its
@@ -260,10 +260,7 @@ test-armhf: armhf
 	$(call SAME_SIGNATURE,$(QEMU_ARMHF) $(ARMHF_DIR)/pellix-bench)
 
 package-armhf: armhf
-	mkdir -p $(PACKAGE_DIR)
-	rm -f $(PACKAGE_DIR)/pellix_*_armhf.deb $(PACKAGE_DIR)/pellix-*-linux-armhf.tar.gz
-	cd $(ARMHF_DIR) && cpack -B $(abspath $(PACKAGE_DIR))
-	rm -rf $(PACKAGE_DIR)/_CPack_Packages
+	$(call CPACK_FROM,$(ARMHF_DIR),pellix_*_armhf.deb pellix-*-linux-armhf.tar.gz)
 
 # Games through programs from outside the project (tests/games/referee.mjs): xboard under
 # Xvfb against Debian's engines and through polyglot, and UCI games refereed over the npm

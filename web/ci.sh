@@ -7,15 +7,6 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-missing=()
-for p in emscripten chromium; do
-    dpkg -s "$p" >/dev/null 2>&1 || missing+=("$p")
-done
-command -v npm >/dev/null || missing+=(npm)
-if [ ${#missing[@]} -gt 0 ]; then
-    export DEBIAN_FRONTEND=noninteractive
-    apt-get update -q
-    apt-get install -y -q --no-install-recommends "${missing[@]}"
-fi
+.ci/install-missing emscripten chromium npm
 
 make test-web "$@"

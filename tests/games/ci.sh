@@ -5,16 +5,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 
-missing=()
-for p in xboard xvfb polyglot stockfish glaurung phalanx fairymax hoichess qemu-user \
-         g++-arm-linux-gnueabihf; do
-    dpkg -s "$p" >/dev/null 2>&1 || missing+=("$p")
-done
-command -v npm >/dev/null || missing+=(npm)
-if [ ${#missing[@]} -gt 0 ]; then
-    export DEBIAN_FRONTEND=noninteractive
-    apt-get update -q
-    apt-get install -y -q --no-install-recommends "${missing[@]}"
-fi
+.ci/install-missing xboard xvfb polyglot stockfish glaurung phalanx fairymax hoichess qemu-user \
+    g++-arm-linux-gnueabihf npm
 
 make test-games "$@"
