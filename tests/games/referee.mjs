@@ -34,9 +34,10 @@ function engineTable(options) {
   const table = {
     pellix: { command: `${options.pellix}/pellix`, ini: ini(`Book=1\nBookFile=${book}\n`), pellix: true },
     stockfish: { command: '/usr/games/stockfish', uci: true },
-    'broken-crash': { command: `node ${here}/broken-engine.mjs --crash --at 6` },
-    'broken-stall': { command: `node ${here}/broken-engine.mjs --stall --at 4` },
-    'broken-illegal': { command: `node ${here}/broken-engine.mjs --illegal --at 8` },
+    // They break at their second move: a random mover can be mated by Pellix before a later one.
+    'broken-crash': { command: `node ${here}/broken-engine.mjs --crash --at 2` },
+    'broken-stall': { command: `node ${here}/broken-engine.mjs --stall --at 2` },
+    'broken-illegal': { command: `node ${here}/broken-engine.mjs --illegal --at 2` },
   }
   if (options.asan)
     // A sanitizer report ends the engine with a status of its own: 1 is Pellix's after quit.
