@@ -219,7 +219,7 @@ int ChessBoard::makeMove(Move m) {
     const Piece piece = movePiece(m), captured = moveCaptured(m);
 
     pushHistory(m);
-    fiftyCounter = (pieceArray[from] == PAWN || captured) ? 0 : fiftyCounter + 1;
+    fiftyCounter = (piece == PAWN || captured) ? 0 : fiftyCounter + 1;
     if (epFile)
         hashKey ^= epKey[epFile - 1];
     epFile = 0;

@@ -31,9 +31,11 @@ constexpr std::uint8_t stageOfPhase(int phase) {
 // stopping at the first hit. Callers that look through a piece, or at the board as a move
 // will leave it, pass their own occupancy and pieces.
 inline bool attackedIn(const Occupancy& occ, Square s, Color by, const Bitboard* pieces) {
+    const Bitboard diagonal = pieces[BISHOP] | pieces[QUEEN], line = pieces[ROOK] | pieces[QUEEN];
     return (pawnAttack[opponent(by)][s] & pieces[PAWN]) || (knightAttack[s] & pieces[KNIGHT]) ||
-           (occ.bishopAttacks(s) & (pieces[BISHOP] | pieces[QUEEN])) ||
-           (occ.rookAttacks(s) & (pieces[ROOK] | pieces[QUEEN])) || (kingAttack[s] & pieces[KING]);
+           ((SLIDER_RAYS[s].diagonal & diagonal) && (occ.bishopAttacks(s) & diagonal)) ||
+           ((SLIDER_RAYS[s].line & line) && (occ.rookAttacks(s) & line)) ||
+           (kingAttack[s] & pieces[KING]);
 }
 
 struct Position {

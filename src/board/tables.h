@@ -105,6 +105,27 @@ inline constexpr auto OCCUPANCY_BITS = [] {
     return rows;
 }();
 
+// The squares a bishop and a rook reach from each square on an empty board. A slider off
+// these lines cannot attack the square whatever stands between, so attack tests ask this
+// before reading the rotated boards.
+struct SliderRays {
+    Bitboard diagonal, line;
+};
+inline constexpr auto SLIDER_RAYS = [] {
+    std::array<SliderRays, 64> rays{};
+    for (Square a = 0; a < 64; ++a)
+        for (Square b = 0; b < 64; ++b) {
+            if (a == b)
+                continue;
+            const int df = fileOf(b) - fileOf(a), dr = rankOf(b) - rankOf(a);
+            if (df == dr || df == -dr)
+                rays[a].diagonal |= bit(b);
+            else if (df == 0 || dr == 0)
+                rays[a].line |= bit(b);
+        }
+    return rays;
+}();
+
 // Sliding attacks for occupancies given explicitly (plain and rotated), for callers that
 // look through a piece (x-rays) without touching the position.
 struct Occupancy {

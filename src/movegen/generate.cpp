@@ -29,17 +29,27 @@ inline Bitboard pieceAttacks(const Position& p, Piece piece, Square s) {
     }
 }
 
+// The pieces of one kind, each to the squares of `targets`. The kind is a template argument
+// so that the attack lookup is chosen when compiling, not per piece.
+template <Piece P>
+MoveEntry* addMovesOf(const Position& p, Bitboard pieces, Bitboard targets, MoveEntry* out) {
+    while (pieces) {
+        const Square from = popLowest(pieces);
+        for (Bitboard to = pieceAttacks(p, P, from) & targets; to;) {
+            const Square t = popLowest(to);
+            (out++)->move  = makeMoveWord(from, t, P, Piece(p.pieceArray[t]));
+        }
+    }
+    return out;
+}
+
 // Knights, bishops, rooks, queens and the king, each to the squares of `targets`.
 inline MoveEntry* addPieceMoves(const Position& p, Color us, Bitboard targets, MoveEntry* out) {
-    for (Piece piece : {KNIGHT, BISHOP, ROOK, QUEEN, KING})
-        for (Bitboard pieces = piece == KING ? movingKing(p, us) : p.bbPiece[us][piece]; pieces;) {
-            Square from = popLowest(pieces);
-            for (Bitboard to = pieceAttacks(p, piece, from) & targets; to;) {
-                Square t      = popLowest(to);
-                (out++)->move = makeMoveWord(from, t, piece, Piece(p.pieceArray[t]));
-            }
-        }
-    return out;
+    out = addMovesOf<KNIGHT>(p, p.bbPiece[us][KNIGHT], targets, out);
+    out = addMovesOf<BISHOP>(p, p.bbPiece[us][BISHOP], targets, out);
+    out = addMovesOf<ROOK>(p, p.bbPiece[us][ROOK], targets, out);
+    out = addMovesOf<QUEEN>(p, p.bbPiece[us][QUEEN], targets, out);
+    return addMovesOf<KING>(p, movingKing(p, us), targets, out);
 }
 
 template <Color US> MoveEntry* addEnPassant(const Position& p, Square target, MoveEntry* out) {

@@ -28,6 +28,13 @@ bool sameMove(Move a, Move b) {
     return b && moveIdentity(a) == moveIdentity(b);
 }
 
+// What a move list's identities are compared with: the identity of a stored move, or, for
+// no move, a value no identity takes. One comparison per move then does sameMove's work.
+constexpr Move NO_IDENTITY = ~Move{0};
+constexpr Move identityKey(Move stored) {
+    return stored ? moveIdentity(stored) : NO_IDENTITY;
+}
+
 // No exchange wins more than its first capture: the captured piece and what a pawn
 // promotes to. Both bands of exchange scores grow with the exchange, so this bounds the
 // score the move will settle at.
@@ -39,31 +46,34 @@ int exchangeCeiling(Move m) {
 
 // The killers a node's quiet moves are matched against, read once per list: the stores of
 // the scores could otherwise alias them and force a reload for every move. A killer that
-// does not apply (no row, or fewer than two plies played) is 0 and matches nothing.
+// does not apply (no row, or fewer than two plies played) matches nothing. Each is kept as
+// its identity key.
 struct Killers {
-    Move mate = 0, first = 0, second = 0, oldFirst = 0, oldSecond = 0;
+    Move mate = NO_IDENTITY, first = NO_IDENTITY, second = NO_IDENTITY;
+    Move oldFirst = NO_IDENTITY, oldSecond = NO_IDENTITY;
     const std::int32_t (*history)[64];
 
     Killers(const ChessBoard& board, int ply) : history(board.historyTable[board.sideToMove]) {
         if (ply < 0 || ply >= MAX_PLY)
             return;
-        mate   = board.mateKiller[ply];
-        first  = board.killerMove1[ply];
-        second = board.killerMove2[ply];
+        mate   = identityKey(board.mateKiller[ply]);
+        first  = identityKey(board.killerMove1[ply]);
+        second = identityKey(board.killerMove2[ply]);
         if (ply >= 2) {
-            oldFirst  = board.killerMove1[ply - 2];
-            oldSecond = board.killerMove2[ply - 2];
+            oldFirst  = identityKey(board.killerMove1[ply - 2]);
+            oldSecond = identityKey(board.killerMove2[ply - 2]);
         }
     }
 
     int quietScore(Move m) const {
-        if (sameMove(m, first))
+        const Move id = moveIdentity(m);
+        if (id == first)
             return KILLER_1_SCORE;
-        if (sameMove(m, second))
+        if (id == second)
             return KILLER_2_SCORE;
-        if (sameMove(m, oldFirst))
+        if (id == oldFirst)
             return OLD_KILLER_1_SCORE;
-        if (sameMove(m, oldSecond))
+        if (id == oldSecond)
             return OLD_KILLER_2_SCORE;
         return history[moveFrom(m)][moveTo(m)] + HISTORY_BASE;
     }
@@ -74,12 +84,13 @@ struct Killers {
 void ChessBoard::scoreMovesDeferred(MoveEntry* list, int count, Move hashMove, int ply) const {
     // The killer tables have MAX_PLY rows; a node outside them orders without killers.
     const Killers killers(*this, ply);
+    const Move hashId = identityKey(hashMove);
     for (int i = 0; i < count; ++i) {
         const Move m = list[i].move;
         int score;
-        if (sameMove(m, hashMove))
+        if (moveIdentity(m) == hashId)
             score = HASH_MOVE_SCORE;
-        else if (sameMove(m, killers.mate))
+        else if (moveIdentity(m) == killers.mate)
             score = MATE_KILLER_SCORE;
         else if (isTactical(m)) {
             if (valueGain(m) >= 1) {
