@@ -3,8 +3,8 @@
 
 #include "board/chess_board.h"
 #include "board/trace.h"
+#include "platform/table_memory.h"
 
-#include <cstdlib>
 #include <cstring>
 
 std::uint32_t roundedHashMegabytes(std::uint32_t requested) {
@@ -36,7 +36,8 @@ bool HashTable::init(std::uint32_t requestedMegabytes) {
     // without the memory) gives the largest smaller power of two that it can have.
     for (; megabytes != 0; megabytes /= 2) {
         entryCount = (megabytes << 20) >> 4;
-        entries    = static_cast<HashEntry*>(std::calloc(entryCount, sizeof(HashEntry)));
+        entries =
+            static_cast<HashEntry*>(allocateTable(std::size_t(entryCount) * sizeof(HashEntry)));
         if (entries)
             break;
         trace("HashTable : out of memory");
@@ -53,7 +54,7 @@ void HashTable::clear() {
 }
 
 void HashTable::release() {
-    std::free(entries);
+    releaseTable(entries, std::size_t(entryCount) * sizeof(HashEntry));
     entries = nullptr;
 }
 
