@@ -41,6 +41,7 @@ int ChessBoard::search(int depth, int moveBase, int alpha, int beta, PrincipalVa
                        bool nullAllowed, int ply) {
     if (nodeMustStop(*this))
         return 0;
+    hashTable->prefetch(hashKey);
     ++nodeCount;
     const HistoryRecord& record = currentRecord(*this);
     SearchNode node{depth, moveBase, alpha, beta, ply, record.nodeType, record.inCheck != 0};

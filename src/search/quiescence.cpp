@@ -8,6 +8,7 @@
 int ChessBoard::quiesce(int ply, int moveBase, int alpha, int beta, bool exactEval) {
     if (nodeMustStop(*this))
         return 0;
+    hashTable->prefetch(hashKey);
     if (ply >= DEEPEST_QUIESCENCE_PLY)
         return evaluate(alpha, beta, !exactEval);
     ++nodeCount;
