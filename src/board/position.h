@@ -92,14 +92,17 @@ struct Position {
 
     // Sliding attacks from the rotated boards.
     Bitboard rankAttacks(Square s) const {
-        return rankAttack[s][(bbAllPiece >> (8 * rankOf(s) + 1)) & 63];
+        return slidingAttack[s].rank[(bbAllPiece >> (8 * rankOf(s) + 1)) & 63];
     }
     Bitboard fileAttacks(Square s) const {
-        return fileAttack[s][(bbAllPiece90R >> shift90[s]) & 63];
+        return slidingAttack[s].file[(bbAllPiece90R >> shift90[s]) & 63];
     }
-    Bitboard diagAttacks(Square s) const {
-        return diagAttack45R[s][(bbAllPiece45R >> shift45R[s]) & 63] |
-               diagAttack45L[s][(bbAllPiece45L >> shift45L[s]) & 63];
+    Bitboard diagAttacks(Square s) const { return diag45RAttacks(s) | diag45LAttacks(s); }
+    Bitboard diag45RAttacks(Square s) const {
+        return slidingAttack[s].diag45R[(bbAllPiece45R >> shift45R[s]) & 63];
+    }
+    Bitboard diag45LAttacks(Square s) const {
+        return slidingAttack[s].diag45L[(bbAllPiece45L >> shift45L[s]) & 63];
     }
     Bitboard rookAttacks(Square s) const { return rankAttacks(s) | fileAttacks(s); }
     Bitboard bishopAttacks(Square s) const { return diagAttacks(s); }

@@ -11,10 +11,7 @@ Bitboard knightAttack[64];
 Bitboard kingAttack[64];
 std::uint8_t direction[64][64];
 Bitboard betweenMask[64][64];
-Bitboard rankAttack[64][64];
-Bitboard fileAttack[64][64];
-Bitboard diagAttack45R[64][64];
-Bitboard diagAttack45L[64][64];
+SlidingTables slidingAttack[64];
 
 namespace {
 
@@ -42,8 +39,8 @@ constexpr Step compass[8] = {{0, 1}, {1, 1}, {1, 0}, {1, -1}, {0, -1}, {-1, -1},
 // One sliding table: for every square and every 6-bit value cut from a rotated board, the
 // squares reached along the line. The 6 bits are mapped back to real squares through the
 // rotation, so a window that also covers squares of a neighbouring line just ignores them.
-void buildSlidingTable(Bitboard table[64][64], const int rotation[64], const int shift[64],
-                       Step step) {
+void buildSlidingTable(Bitboard (SlidingTables::*table)[64], const int rotation[64],
+                       const int shift[64], Step step) {
     Square unrotate[64];
     for (Square s = 0; s < 64; ++s)
         unrotate[rotation[s]] = s;
@@ -53,8 +50,8 @@ void buildSlidingTable(Bitboard table[64][64], const int rotation[64], const int
             for (int i = 0; i < 6; ++i)
                 if (o & (1 << i))
                     occupied |= bit(unrotate[shift[s] + i]);
-            table[s][o] = slideAlong(s, step.file, step.rank, occupied) |
-                          slideAlong(s, -step.file, -step.rank, occupied);
+            (slidingAttack[s].*table)[o] = slideAlong(s, step.file, step.rank, occupied) |
+                                           slideAlong(s, -step.file, -step.rank, occupied);
         }
     }
 }
@@ -125,8 +122,8 @@ void initGeometry() {
     int rankShift[64];
     for (Square s = 0; s < 64; ++s)
         rankShift[s] = 8 * rankOf(s) + 1;
-    buildSlidingTable(rankAttack, identity, rankShift, {1, 0});
-    buildSlidingTable(fileAttack, rot90, shift90, {0, 1});
-    buildSlidingTable(diagAttack45R, rot45R, shift45R, {1, 1});
-    buildSlidingTable(diagAttack45L, rot45L, shift45L, {1, -1});
+    buildSlidingTable(&SlidingTables::rank, identity, rankShift, {1, 0});
+    buildSlidingTable(&SlidingTables::file, rot90, shift90, {0, 1});
+    buildSlidingTable(&SlidingTables::diag45R, rot45R, shift45R, {1, 1});
+    buildSlidingTable(&SlidingTables::diag45L, rot45L, shift45L, {1, -1});
 }

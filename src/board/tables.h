@@ -88,10 +88,17 @@ extern Bitboard knightAttack[64];
 extern Bitboard kingAttack[64];
 extern std::uint8_t direction[64][64];
 extern Bitboard betweenMask[64][64]; // squares strictly between two squares on one line
-extern Bitboard rankAttack[64][64];
-extern Bitboard fileAttack[64][64];
-extern Bitboard diagAttack45R[64][64];
-extern Bitboard diagAttack45L[64][64];
+
+// A square's rotated-bitboard sliding tables: the squares reached along each of its lines
+// for every 6-bit occupancy of that line. The four lie together, so that a queen's lookups
+// share one address and the code reading them one base register.
+struct SlidingTables {
+    Bitboard rank[64];
+    Bitboard file[64];
+    Bitboard diag45R[64];
+    Bitboard diag45L[64];
+};
+extern SlidingTables slidingAttack[64];
 
 // A square's bit in each of the four occupancy boards, side by side in the order Position
 // keeps them, so a piece appearing or vanishing costs four XORs from one table row.
@@ -139,12 +146,12 @@ struct Occupancy {
         r45L &= ~bits.r45L;
     }
     Bitboard rookAttacks(Square s) const {
-        return rankAttack[s][(all >> (8 * rankOf(s) + 1)) & 63] |
-               fileAttack[s][(r90 >> shift90[s]) & 63];
+        const SlidingTables& t = slidingAttack[s];
+        return t.rank[(all >> (8 * rankOf(s) + 1)) & 63] | t.file[(r90 >> shift90[s]) & 63];
     }
     Bitboard bishopAttacks(Square s) const {
-        return diagAttack45R[s][(r45R >> shift45R[s]) & 63] |
-               diagAttack45L[s][(r45L >> shift45L[s]) & 63];
+        const SlidingTables& t = slidingAttack[s];
+        return t.diag45R[(r45R >> shift45R[s]) & 63] | t.diag45L[(r45L >> shift45L[s]) & 63];
     }
 };
 

@@ -27,12 +27,12 @@ bool ChessBoard::isPinned(Square square, Color colour) const {
         break;
     case NORTH_EAST:
     case SOUTH_WEST:
-        line    = diagAttack45R[square][(bbAllPiece45R >> shift45R[square]) & 63];
+        line    = diag45RAttacks(square);
         sliders = diagonalSliders(opponent(colour));
         break;
     case SOUTH_EAST:
     case NORTH_WEST:
-        line    = diagAttack45L[square][(bbAllPiece45L >> shift45L[square]) & 63];
+        line    = diag45LAttacks(square);
         sliders = diagonalSliders(opponent(colour));
         break;
     default:

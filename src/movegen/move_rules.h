@@ -15,8 +15,9 @@ template <class Found>
                                                       Color sliderSide, Color blockerSide,
                                                       Found found) {
     Bitboard sliders =
-        ((rankAttack[king][0] | fileAttack[king][0]) & p.lineSliders(sliderSide)) |
-        ((diagAttack45R[king][0] | diagAttack45L[king][0]) & p.diagonalSliders(sliderSide));
+        ((slidingAttack[king].rank[0] | slidingAttack[king].file[0]) & p.lineSliders(sliderSide)) |
+        ((slidingAttack[king].diag45R[0] | slidingAttack[king].diag45L[0]) &
+         p.diagonalSliders(sliderSide));
     while (sliders) {
         const Square slider    = popLowest(sliders);
         const Bitboard between = betweenMask[slider][king] & p.bbAllPiece;

@@ -247,7 +247,8 @@ private:
         const Square rook = to > from ? from + 1 : from - 1;
         const Bitboard onRank =
             (b.bbAllPiece ^ bit(from) ^ bit(to) ^ bit(to > from ? from + 3 : from - 4)) | bit(rook);
-        return (rankAttack[rook][(onRank >> (8 * rankOf(rook) + 1)) & 63] | b.fileAttacks(rook)) &
+        return (slidingAttack[rook].rank[(onRank >> (8 * rankOf(rook) + 1)) & 63] |
+                b.fileAttacks(rook)) &
                bit(cs.king);
     }
 
