@@ -161,6 +161,7 @@ int ChessBoard::searchMoves(SearchNode& node, PrincipalVariation& pv, PrincipalV
     for (int i = 0; i < count; ++i) {
         pickMove(list, i, count);
         const Move m = list[i].move;
+        hashTable->prefetch(keyAfter(*this, m));
         if (!makeMove(m)) {
             unmakeMove(m);
             continue;

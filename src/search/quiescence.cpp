@@ -37,6 +37,7 @@ int ChessBoard::searchCaptures(int ply, int moveBase, int alpha, int beta, bool 
         if (list[i].score < 0)
             break;
         const Move m = list[i].move;
+        hashTable->prefetch(keyAfter(*this, m));
         if (!makeMove(m)) {
             unmakeMove(m);
             continue;

@@ -53,6 +53,21 @@ inline int moveExtension(Move m, bool givesCheck, bool mateThreat) {
     return std::min(extension, ONE_PLY);
 }
 
+// The key a move leads to, to ask for its table slot before the move is made. Changes of
+// castling rights are left out: the guess then only asks for a slot not needed.
+inline std::uint64_t keyAfter(const ChessBoard& b, Move m) {
+    const Color side = b.side(), opp = opponent(side);
+    const Square from = moveFrom(m), to = moveTo(m);
+    const Piece piece = movePiece(m), promotion = movePromotion(m), captured = moveCaptured(m);
+    std::uint64_t key = b.hashKey ^ b.sideKey ^ b.pieceKeyOf(side, piece, from) ^
+                        b.pieceKeyOf(side, promotion ? promotion : piece, to);
+    if (captured)
+        key ^= b.pieceKeyOf(opp, captured, isEnPassant(m) ? (side == WHITE ? to - 8 : to + 8) : to);
+    if (b.epFile)
+        key ^= b.epKey[b.epFile - 1];
+    return key;
+}
+
 // The move followed by the child's line becomes this node's line.
 inline void extendLine(PrincipalVariation& pv, Move m, int score, const PrincipalVariation& child) {
     const std::uint32_t tail = std::min<std::uint32_t>(child.count, MAX_PLY - 1);
