@@ -20,6 +20,10 @@ template <Color US> struct Side {
     template <int STEP> static constexpr Bitboard shift(Bitboard b) {
         return STEP > 0 ? b << STEP : b >> -STEP;
     }
+    // The squares from which one of our pawns would capture on one of `targets`.
+    static constexpr Bitboard capturersOf(Bitboard targets) {
+        return shift<-WEST_CAPTURE>(targets & ~FILE_H) | shift<-EAST_CAPTURE>(targets & ~FILE_A);
+    }
     static constexpr bool onLastRank(Square s) { return US == WHITE ? s >= 56 : s < 8; }
 
     // Castling: the king's home, the rights, the squares between king and rook, the moves.

@@ -68,7 +68,8 @@ template <Color US> int captures(const Position& p, MoveEntry* list) {
         Square t = popLowest(to);
         out      = addPromotions(out, t - S::FORWARD, t, EMPTY);
     }
-    for (Bitboard from = pawns; from;) {
+    // Only the pawns that have something to take are walked, lowest first as ever.
+    for (Bitboard from = pawns & S::capturersOf(enemy); from;) {
         Square f = popLowest(from);
         for (Bitboard to = pawnAttack[US][f] & enemy; to;) {
             Square t       = popLowest(to);
