@@ -89,10 +89,6 @@ void putBack(ChessBoard& b, Color owner, Piece captured, Square s) {
     b.pieceArray[s] = std::uint8_t(captured);
 }
 
-constexpr Square epVictim(Color side, Square to) {
-    return side == WHITE ? to - 8 : to + 8;
-}
-
 // A pawn reaching the last rank becomes `promotion`, taking `captured` (maybe nothing).
 void makePromotion(ChessBoard& b, Color side, Move m) {
     const Square from = moveFrom(m), to = moveTo(m);
@@ -159,7 +155,7 @@ void uncastle(ChessBoard& b, Color side, Square from, Square to) {
 }
 
 void makeEnPassant(ChessBoard& b, Color side, Square from, Square to) {
-    const Square victim = epVictim(side, to);
+    const Square victim = enPassantVictim(side, to);
     shiftPiece(b, side, PAWN, from, to);
     takeOff(b, opponent(side), PAWN, victim);
     b.pieceArray[victim] = EMPTY;
@@ -169,7 +165,7 @@ void makeEnPassant(ChessBoard& b, Color side, Square from, Square to) {
 }
 
 void unmakeEnPassant(ChessBoard& b, Color side, Square from, Square to) {
-    const Square victim = epVictim(side, to);
+    const Square victim = enPassantVictim(side, to);
     b.bbPiece[side][PAWN] ^= bit(from) | bit(to);
     b.bbColorPiece[side] ^= bit(from) | bit(to);
     b.pieceArray[to]   = EMPTY;

@@ -101,6 +101,11 @@ constexpr Move moveIdentity(Move m) {
     return m & 0xFFFFFF;
 }
 
+// The square of the pawn that an en-passant capture by `side` onto `to` takes.
+constexpr Square enPassantVictim(Color side, Square to) {
+    return side == WHITE ? to - 8 : to + 8;
+}
+
 // The four castling moves are fixed words.
 constexpr Move WHITE_SHORT_CASTLE = 0x206184, WHITE_LONG_CASTLE = 0x206084;
 constexpr Move BLACK_SHORT_CASTLE = 0x206fbc, BLACK_LONG_CASTLE = 0x206ebc;

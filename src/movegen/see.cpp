@@ -65,7 +65,7 @@ int ChessBoard::see(Move m) const {
     occ.remove(from);
     // The pawn taken en passant leaves a square off the target's lines open too.
     if (isEnPassant(m) && to >= 8 && to < 56)
-        occ.remove(us == WHITE ? to - 8 : to + 8);
+        occ.remove(enPassantVictim(us, to));
     const Sliders sliders = {diagonalSliders(WHITE) | diagonalSliders(BLACK),
                              lineSliders(WHITE) | lineSliders(BLACK)};
     Bitboard attackers    = attackersTo(*this, occ, sliders, to);

@@ -62,7 +62,7 @@ inline std::uint64_t keyAfter(const ChessBoard& b, Move m) {
     std::uint64_t key = b.hashKey ^ b.sideKey ^ b.pieceKeyOf(side, piece, from) ^
                         b.pieceKeyOf(side, promotion ? promotion : piece, to);
     if (captured)
-        key ^= b.pieceKeyOf(opp, captured, isEnPassant(m) ? (side == WHITE ? to - 8 : to + 8) : to);
+        key ^= b.pieceKeyOf(opp, captured, isEnPassant(m) ? enPassantVictim(side, to) : to);
     if (b.epFile)
         key ^= b.epKey[b.epFile - 1];
     return key;
